@@ -1,0 +1,58 @@
+// Helpers shared by the framework's tests: a test main that runs the test object inside a
+// KApplication, and a catcher for the framework's warnings.
+#ifndef KTESTSUPPORT_H
+#define KTESTSUPPORT_H
+
+#include <QtTest/QtTest>
+#include <QStringList>
+#include <kapplication.h>
+
+/**
+ * Collects the warnings issued while it lives. The application's own message handler drops
+ * them, so tests that check warning texts create one of these around the code under test.
+ * The previous handler comes back on destruction.
+ */
+class KWarningCatcher
+{
+public:
+    KWarningCatcher();
+    ~KWarningCatcher();
+    KWarningCatcher(const KWarningCatcher&) = delete;
+    KWarningCatcher& operator=(const KWarningCatcher&) = delete;
+
+    QStringList messages() const { return m_messages; }
+    // Messages that contain the text, in order.
+    QStringList matching(const QString& text) const;
+    bool contains(const QString& text) const { return !matching(text).isEmpty(); }
+    int count() const { return m_messages.size(); }
+    void clear() { m_messages.clear(); }
+
+private:
+    static void handler(QtMsgType type, const QMessageLogContext& ctx, const QString& msg);
+
+    QStringList m_messages;
+    QtMessageHandler m_previous = nullptr;
+    KWarningCatcher* m_outer = nullptr;
+    static KWarningCatcher* s_current;
+};
+
+namespace KTestSupport {
+// Writes text to path (creating folders), returns the absolute path.
+QString writeFile(const QString& path, const QByteArray& text);
+}
+
+#define NORVIK_TEST_MAIN_IMPL(TestObject)                                                   \
+    int main(int argc, char** argv)                                                       \
+    {                                                                                     \
+        KApplication app(argc, argv);                                                     \
+        TestObject tc;                                                                    \
+        QTEST_SET_MAIN_SOURCE_PATH                                                        \
+        return QTest::qExec(&tc, argc, argv);                                             \
+    }
+
+// A test whose object runs inside a KApplication on the offscreen platform.
+#define NORVIK_TEST_MAIN(TestObject) NORVIK_TEST_MAIN_IMPL(TestObject)
+// The same, on a real X server (xcb platform, under xvfb-run).
+#define NORVIK_X11_TEST_MAIN(TestObject) NORVIK_TEST_MAIN_IMPL(TestObject)
+
+#endif // KTESTSUPPORT_H
