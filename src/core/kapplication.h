@@ -79,9 +79,7 @@ public:
     void removeFreeMainWindow(QWidget* w);
     void keepMainWindowStackTopVaild();
     QWidget* currentMainWindow();
-    void getMainWindows(QList<KMainWindow*>& windows);
     virtual void cleanUpMainWindow();
-    virtual KMainWindow* findRelativeMainWindow(QObject* obj);
 
     /// Hides (false) or shows again (true) the modeless dialogs of the current main window
     /// around the modal widget.

@@ -1,0 +1,208 @@
+#include <ktestsupport.h>
+
+#include <QTemporaryDir>
+#include <QTranslator>
+
+// A translator that answers every text with "<context>|<text>", so that tests can see the
+// context an attribute was translated in.
+class ContextEchoTranslator : public QTranslator
+{
+public:
+    QString translate(const char* context, const char* source, const char*, int) const override
+    {
+        return QString::fromUtf8(context) + QLatin1Char('|') + QString::fromUtf8(source);
+    }
+    bool isEmpty() const override { return false; }
+};
+
+class tst_KDomElement : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanupTestCase();
+    void filterConditions_data();
+    void filterConditions();
+    void filterAssignments_data();
+    void filterAssignments();
+    void alternativesAndWalk();
+    void translation();
+    void documentLoading();
+
+private:
+    KDomDocument load(const QByteArray& xml)
+    {
+        const QString path = KTestSupport::writeFile(m_dir.filePath("doc.xml"), xml);
+        KDomDocument doc;
+        if (!doc.setContent(path))
+            qFatal("test document does not parse");
+        return doc;
+    }
+    QTemporaryDir m_dir;
+    QString m_oemIni;
+};
+
+void tst_KDomElement::initTestCase()
+{
+    KApplication::instance()->setCategory("pro");
+    m_oemIni = QCoreApplication::applicationDirPath() + "/cfgs/oem.ini";
+    QVERIFY(!QFile::exists(m_oemIni));
+    KTestSupport::writeFile(m_oemIni, "[Setup]\nedition=home\n");
+}
+
+void tst_KDomElement::cleanupTestCase()
+{
+    QDir(QCoreApplication::applicationDirPath() + "/cfgs").removeRecursively();
+}
+
+void tst_KDomElement::filterConditions_data()
+{
+    QTest::addColumn<QString>("filter");
+    QTest::addColumn<bool>("kept");
+    QTest::addColumn<int>("warnings");
+
+    // The test application does not override currentLanguage().
+    QTest::newRow("lang match") << "lang=en_US, Unknow_Language" << true << 0;
+    QTest::newRow("lang miss") << "lang=en_US" << false << 0;
+    QTest::newRow("lang not equal") << "lang!=en_US" << true << 0;
+    QTest::newRow("lang is case-sensitive") << "lang=unknow_language" << false << 0;
+    QTest::newRow("category") << "category=home,pro" << true << 0;
+    QTest::newRow("platform") << "platform=unix" << true << 0;
+    QTest::newRow("platform other") << "platform=win" << false << 0;
+    QTest::newRow("oem value") << "oem_edition=home" << true << 0;
+    QTest::newRow("oem absent key is empty") << "oem_nothing=" << true << 0;
+    QTest::newRow("kstyle without framework style") << "kstyle!=2013" << true << 0;
+    QTest::newRow("kstyle equal") << "kstyle=2013" << false << 0;
+    QTest::newRow("and of conditions") << "platform=unix;lang=xx" << false << 0;
+    QTest::newRow("no key is malformed") << "abc" << true << 0;
+    QTest::newRow("malformed stops evaluation") << "a=b=c;lang=xx" << true << 0;
+    QTest::newRow("unknown key warns") << "foo=1" << true << 1;
+    QTest::newRow("unknown then failing") << "foo=1;lang=xx" << false << 1;
+    QTest::newRow("not-equal split first") << "lang!=a=b" << true << 0;
+}
+
+void tst_KDomElement::filterConditions()
+{
+    QFETCH(QString, filter);
+    QFETCH(bool, kept);
+    QFETCH(int, warnings);
+
+    QDomDocument raw;
+    raw.setContent(QString("<ui><item name='first' filter='%1'/><item name='second'/></ui>").arg(filter));
+    KDomElement root(raw.documentElement(), QByteArray());
+    KWarningCatcher catcher;
+    const KDomElement first = root.firstChildElement("item");
+    QCOMPARE(first.attribute("name"), kept ? QString("first") : QString("second"));
+    QCOMPARE(catcher.matching("filter format error!").size(), warnings);
+}
+
+void tst_KDomElement::filterAssignments_data()
+{
+    QTest::addColumn<QString>("filter");
+    QTest::addColumn<QString>("width");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("conditions hold") << "platform=unix;kstyle!=2013:width=120;text=Go" << "120" << "Go";
+    QTest::newRow("conditions fail") << "lang=xx:width=120" << "10" << "Stay";
+    QTest::newRow("middle part ignored") << "platform=unix:width=1:text=Mid" << "10" << "Mid";
+    QTest::newRow("last field wins") << "platform=unix:width=1=2" << "2" << "Stay";
+    QTest::newRow("piece without value") << "platform=unix:width;text=X" << "10" << "X";
+}
+
+void tst_KDomElement::filterAssignments()
+{
+    QFETCH(QString, filter);
+    QFETCH(QString, width);
+    QFETCH(QString, text);
+
+    QDomDocument raw;
+    raw.setContent(QString("<ui><item width='10' text='Stay' filter='%1'/></ui>").arg(filter));
+    KDomElement root(raw.documentElement(), QByteArray());
+    // An element whose filter has assignments is never hidden, whatever its conditions.
+    const KDomElement item = root.firstChildElement();
+    QVERIFY(!item.isNull());
+    QCOMPARE(item.attribute("width"), width);
+    QCOMPARE(item.attribute("text"), text);
+    // The assignment is written into the shared tree: a raw reader sees it too.
+    QCOMPARE(raw.documentElement().firstChildElement().attribute("width"), width);
+}
+
+void tst_KDomElement::alternativesAndWalk()
+{
+    const KDomDocument doc = load(
+        "<ui>\n"
+        "  <button id='a' filter='lang=xx'/>\n"
+        "  <button id='b' filter='lang!=xx'/>\n"
+        "  <other id='o'/>\n"
+        "  <button id='c' filter='platform=win'/>\n"
+        "  <button id='d'/>\n"
+        "</ui>");
+    const KDomElement root = doc.documentElement();
+    KDomElement b = root.firstChildElement("button");
+    QCOMPARE(b.attribute("id"), QString("b"));
+    QCOMPARE(b.lineNumber(), 3);
+    KDomElement next = b.nextSiblingElement("button");
+    QCOMPARE(next.attribute("id"), QString("d"));
+    QVERIFY(next.nextSiblingElement("button").isNull());
+
+    QStringList all;
+    for (KDomElement e = root.firstChildElement(); !e.isNull(); e = e.nextSiblingElement())
+        all << e.attribute("id");
+    QCOMPARE(all, QStringList({"b", "o", "d"}));
+    QCOMPARE(root.firstChildElement("other").attributes(), QStringList({"id"}));
+    QVERIFY(root.firstChildElement("missing").isNull());
+}
+
+void tst_KDomElement::translation()
+{
+    const KDomDocument doc = load(
+        "<ui tc='b'>"
+        "  <group tc='a' label='@Open'>"
+        "    <item label='@Save' plain='Save' at='@' empty=''/>"
+        "  </group>"
+        "  <sibling label='@Close'/>"
+        "</ui>");
+    const KDomElement root = doc.documentElement();
+    const KDomElement group = root.firstChildElement("group");
+    const KDomElement item = group.firstChildElement("item");
+    const KDomElement sibling = group.nextSiblingElement("sibling");
+
+    // Without a translator a text comes back without its "@".
+    QCOMPARE(item.attribute("label"), QString("Save"));
+    QCOMPARE(item.attribute("at"), QString("@"));
+    QCOMPARE(item.attribute("plain"), QString("Save"));
+    QCOMPARE(item.attribute("missing", "@Default"), QString("Default"));
+
+    ContextEchoTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    QCOMPARE(item.attribute("label"), QString("b.a|Save"));
+    QCOMPARE(group.attribute("label"), QString("b.a|Open")); // an element's own tc counts
+    QCOMPARE(sibling.attribute("label"), QString("b|Close")); // the sibling drops "a"
+    QCOMPARE(item.attribute("at"), QString("@"));
+    QCOMPARE(item.attribute("empty"), QString());
+    QCoreApplication::removeTranslator(&translator);
+}
+
+void tst_KDomElement::documentLoading()
+{
+    KWarningCatcher catcher;
+    KDomDocument doc;
+    QVERIFY(!doc.setContent(m_dir.filePath("absent.xml")));
+    QVERIFY(catcher.contains("KApplication: Can not load ui xml file! path:"));
+    QVERIFY(doc.filePath().isEmpty());
+
+    const QString good = KTestSupport::writeFile(m_dir.filePath("good.xml"), "<ui/>");
+    QVERIFY(doc.setContent(good));
+    QCOMPARE(doc.filePath(), good);
+
+    const QString bad = KTestSupport::writeFile(m_dir.filePath("bad.xml"), "<ui>\n<a>\n</ui>");
+    QVERIFY(!doc.setContent(bad));
+    const QStringList parse = catcher.matching("KDomDocument:");
+    QCOMPARE(parse.size(), 1);
+    QVERIFY(parse.first().contains(" 3 :"));
+    QCOMPARE(doc.filePath(), good); // unchanged by the failure
+}
+
+NORVIK_TEST_MAIN(tst_KDomElement)
+#include "tst_kdomelement.moc"
