@@ -1,0 +1,32 @@
+#ifndef KTRIGGERCOMMAND_H
+#define KTRIGGERCOMMAND_H
+
+#include <QPointer>
+
+#include <kapicommand.h>
+
+/**
+ * The ordinary clickable item of a bar or menu. Its clone is always a plain KTriggerCommand
+ * that forwards its triggered() to this command's trigger(), so classes derived from it
+ * keep their behaviour through the clones.
+ */
+class NORVIKOFFICEUI_EXPORT KTriggerCommand : public KApiCommand
+{
+    Q_OBJECT
+public:
+    Q_INVOKABLE KTriggerCommand(QObject* host, QObject* parent);
+    ~KTriggerCommand() override;
+
+    KCommand* clone(QObject* host, QObject* parent) override;
+
+    /// The last widget made by createPocketWidget(), or null.
+    QWidget* pocketWidget() const { return m_pocketWidget; }
+
+public:
+    QWidget* createPocketWidget(QWidget* parent) override;
+
+private:
+    QPointer<QWidget> m_pocketWidget;
+};
+
+#endif // KTRIGGERCOMMAND_H
