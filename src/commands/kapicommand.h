@@ -1,6 +1,8 @@
 #ifndef KAPICOMMAND_H
 #define KAPICOMMAND_H
 
+#include <QPointer>
+
 #include <kcommand.h>
 
 /**
@@ -36,13 +38,9 @@ public:
     /// A non-empty action is run by the host's macro command class.
     virtual void setMacroAction(const QString& action);
 
-protected:
-    /// Clones share the delegate of their source.
-    void setDelegateCommand(KCommand* delegate) { m_delegate = delegate; }
-
 private:
     KCommand* _createDelegate(const char* className);
-    KCommand* m_delegate = nullptr;
+    QPointer<KCommand> m_delegate;
 };
 
 #endif // KAPICOMMAND_H

@@ -4,6 +4,7 @@
 #include <QHash>
 #include <QMap>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 
 #include <kabstractlistcommand.h>
@@ -26,16 +27,14 @@ class KCommands;
 class NORVIKOFFICEUI_EXPORT KCommandParserContext
 {
 public:
-    explicit KCommandParserContext(KCommands* commands)
-        : m_commands(commands)
-    {
-    }
+    explicit KCommandParserContext(KCommands* commands);
     KCommands* commands() const { return m_commands; }
     /// The application's attribute parser; null without a KApplication.
-    KAppAttributeParser* attrParser() const;
+    KAppAttributeParser* attrParser() const { return m_attrParser; }
 
 private:
     KCommands* m_commands;
+    KAppAttributeParser* m_attrParser;
 };
 
 /// The signature of every function of the command parser's scenes.
@@ -100,11 +99,12 @@ public:
     static KCommandParseScene& parseCommandSubElementRefScene();
 
 private:
-    void _onCommandDestroyed(QObject* obj);
     KDomElement _findCommandDom(const QString& id) const;
     static KDomElement _domElement(const KDomElement& parent, const QString& id);
 
-    QHash<QString, KCommand*> m_commands;
+    // Guarded: the registry owns only its top-level commands, and a sub-command or a command
+    // added by code may die first. A dead entry reads as absent.
+    QHash<QString, QPointer<KCommand>> m_commands;
     KCommands* m_parentCommands;
     QObject* m_host;
     QMap<QString, KDomDocument> m_delayDocuments;

@@ -52,8 +52,7 @@ private Q_SLOTS:
     void onSubCommandDestroyed(QObject* obj);
 
 private:
-    /// The original item of a composed list and its flat start, or -1.
-    int _findComposed(QObject* list, int* flatStart) const;
+    void _removeOrig(int index, bool dying);
 
     QList<tagItem> m_origItems;
     QList<KCommand*> m_flat;

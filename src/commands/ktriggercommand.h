@@ -1,8 +1,6 @@
 #ifndef KTRIGGERCOMMAND_H
 #define KTRIGGERCOMMAND_H
 
-#include <QPointer>
-
 #include <kapicommand.h>
 
 /**
@@ -19,14 +17,8 @@ public:
 
     KCommand* clone(QObject* host, QObject* parent) override;
 
-    /// The last widget made by createPocketWidget(), or null.
-    QWidget* pocketWidget() const { return m_pocketWidget; }
-
-public:
-    QWidget* createPocketWidget(QWidget* parent) override;
-
-private:
-    QPointer<QWidget> m_pocketWidget;
+    // The button of a trigger command (createPocketWidget) comes with the framework's tool
+    // button; until then the base class's widget stands in.
 };
 
 #endif // KTRIGGERCOMMAND_H
