@@ -10,6 +10,9 @@
 #include <QUrl>
 #include <QVariant>
 
+#include <kappattributeparser.h>
+#include <kcommands.h>
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -113,11 +116,15 @@ KApplication::KApplication(int& argc, char** argv)
     QCoreApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings, true);
     QCoreApplication::setAttribute(Qt::AA_DontShowIconsInMenus, false);
     installEventFilter(new KModalWatcher(this));
+    m_commands = new KCommands(this, this, nullptr);
+    m_attrParser = new KAppAttributeParser(this);
     m_usingDelphi = false;
 }
 
 KApplication::~KApplication()
 {
+    delete m_commands;
+    m_commands = nullptr;
 }
 
 KApplication* KApplication::instance()
@@ -223,22 +230,28 @@ bool KApplication::_setupXml(const QString& path, int depth)
     return true;
 }
 
-bool KApplication::onSetupMainXml(const KDomDocument&)
+bool KApplication::onSetupMainXml(const KDomDocument& doc)
 {
     // The services that read the main document's own sections hook in here, in the order
     // attributes, theme, tips.
+    if (!m_attrParser->setupMainXml(doc))
+        return false;
     return true;
 }
 
 bool KApplication::onXmlSetuped(const KDomDocument& doc)
 {
     // The libraries of a document are loaded before its commands are parsed.
+    if (!m_commands->setupXml(doc.documentElement().firstChildElement(QStringLiteral("commands")), false))
+        return false;
     Q_EMIT xmlSetuped(doc);
     return true;
 }
 
 void KApplication::resetXml()
 {
+    m_commands->resetXML();
+    m_attrParser->resetXml();
     m_doms.clear();
     Q_EMIT xmlReseted();
 }
@@ -401,4 +414,14 @@ void KApplication::setOtherModalessDlgVisible(bool visible, QWidget* modalWidget
 void KApplication::addThemeChangeWidget(QWidget* w)
 {
     m_themeChangeWidgets.append(w);
+}
+
+KMainWindow* KApplication::findRelativeMainWindow(QObject* obj)
+{
+    // The walk up the parents to a main window (or a border window's main window) needs the
+    // window classes of the shell; until they are part of the framework no object can have
+    // such an ancestor. Defined here because the vtable of every KApplication needs it.
+    Q_UNUSED(obj);
+    qWarning().noquote() << "KApplication: findRelativeMainWindow: no main-window classes yet";
+    return nullptr;
 }

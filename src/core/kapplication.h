@@ -11,6 +11,8 @@
 #include <kdomdocument.h>
 #include <norvikofficeui_export.h>
 
+class KAppAttributeParser;
+class KCommands;
 class KMainWindow;
 
 /**
@@ -44,6 +46,12 @@ public:
     QList<KDomDocument> getDoms() const;
 
     int exec();
+
+    // --- services ---
+    /// The application's command registry, the outermost scope of every look-up.
+    KCommands* commands() const { return m_commands; }
+    /// The attribute types of the description.
+    KAppAttributeParser* attrParser() const { return m_attrParser; }
 
     // --- names and flags the host keeps here ---
     QString getUiName() const { return m_uiName; }
@@ -111,6 +119,8 @@ private:
     void _removeFromFreeOrStack(QList<QPointer<QWidget>>& list, QWidget* w);
 
     QList<KDomDocument> m_doms;
+    KCommands* m_commands = nullptr;
+    KAppAttributeParser* m_attrParser = nullptr;
     QString m_uiName;
     QString m_category;
     QString m_linkUrl;
