@@ -10,6 +10,9 @@
 #include <QUrl>
 #include <QVariant>
 
+#include <kappidlesvr.h>
+#include <kprocessupdatesvr.h>
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -113,11 +116,15 @@ KApplication::KApplication(int& argc, char** argv)
     QCoreApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings, true);
     QCoreApplication::setAttribute(Qt::AA_DontShowIconsInMenus, false);
     installEventFilter(new KModalWatcher(this));
+    m_idleSvr = new KAppIdleSvr(this);
+    m_processUpdateSvr = new KProcessUpdateSvr;
     m_usingDelphi = false;
 }
 
 KApplication::~KApplication()
 {
+    delete m_processUpdateSvr;
+    m_processUpdateSvr = nullptr;
 }
 
 KApplication* KApplication::instance()
@@ -250,7 +257,10 @@ QList<KDomDocument> KApplication::getDoms() const
 
 int KApplication::exec()
 {
-    return QApplication::exec();
+    m_idleSvr->start();
+    const int result = QApplication::exec();
+    m_idleSvr->stop();
+    return result;
 }
 
 // --- the main-window stack ---

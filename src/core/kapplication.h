@@ -12,6 +12,8 @@
 #include <norvikofficeui_export.h>
 
 class KMainWindow;
+class KAppIdleSvr;
+class KProcessUpdateSvr;
 
 /**
  * The root object of every program built on the framework. A host creates exactly one,
@@ -43,7 +45,12 @@ public:
     /// Every document loaded with success, imported ones before their importer.
     QList<KDomDocument> getDoms() const;
 
+    /// Starts the idle service, runs the event loop, stops the idle service.
     int exec();
+
+    // --- services ---
+    KAppIdleSvr* idleSvr() const { return m_idleSvr; }
+    KProcessUpdateSvr* processUpdateSvr() const { return m_processUpdateSvr; }
 
     // --- names and flags the host keeps here ---
     QString getUiName() const { return m_uiName; }
@@ -113,6 +120,8 @@ private:
     void _removeFromFreeOrStack(QList<QPointer<QWidget>>& list, QWidget* w);
 
     QList<KDomDocument> m_doms;
+    KAppIdleSvr* m_idleSvr = nullptr;                 // owned through the parent relation
+    KProcessUpdateSvr* m_processUpdateSvr = nullptr;  // owned
     QString m_uiName;
     QString m_category;
     QString m_linkUrl;
