@@ -12,6 +12,8 @@
 
 #include <kappattributeparser.h>
 #include <kcommands.h>
+#include <kappidlesvr.h>
+#include <kprocessupdatesvr.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -118,6 +120,8 @@ KApplication::KApplication(int& argc, char** argv)
     installEventFilter(new KModalWatcher(this));
     m_commands = new KCommands(this, this, nullptr);
     m_attrParser = new KAppAttributeParser(this);
+    m_idleSvr = new KAppIdleSvr(this);
+    m_processUpdateSvr = new KProcessUpdateSvr;
     m_usingDelphi = false;
 }
 
@@ -125,6 +129,8 @@ KApplication::~KApplication()
 {
     delete m_commands;
     m_commands = nullptr;
+    delete m_processUpdateSvr;
+    m_processUpdateSvr = nullptr;
 }
 
 KApplication* KApplication::instance()
@@ -263,7 +269,10 @@ QList<KDomDocument> KApplication::getDoms() const
 
 int KApplication::exec()
 {
-    return QApplication::exec();
+    m_idleSvr->start();
+    const int result = QApplication::exec();
+    m_idleSvr->stop();
+    return result;
 }
 
 // --- the main-window stack ---

@@ -14,6 +14,8 @@
 class KAppAttributeParser;
 class KCommands;
 class KMainWindow;
+class KAppIdleSvr;
+class KProcessUpdateSvr;
 
 /**
  * The root object of every program built on the framework. A host creates exactly one,
@@ -45,6 +47,7 @@ public:
     /// Every document loaded with success, imported ones before their importer.
     QList<KDomDocument> getDoms() const;
 
+    /// Starts the idle service, runs the event loop, stops the idle service.
     int exec();
 
     // --- services ---
@@ -52,6 +55,8 @@ public:
     KCommands* commands() const { return m_commands; }
     /// The attribute types of the description.
     KAppAttributeParser* attrParser() const { return m_attrParser; }
+    KAppIdleSvr* idleSvr() const { return m_idleSvr; }
+    KProcessUpdateSvr* processUpdateSvr() const { return m_processUpdateSvr; }
 
     // --- names and flags the host keeps here ---
     QString getUiName() const { return m_uiName; }
@@ -121,6 +126,8 @@ private:
     QList<KDomDocument> m_doms;
     KCommands* m_commands = nullptr;
     KAppAttributeParser* m_attrParser = nullptr;
+    KAppIdleSvr* m_idleSvr = nullptr;                 // owned through the parent relation
+    KProcessUpdateSvr* m_processUpdateSvr = nullptr;  // owned
     QString m_uiName;
     QString m_category;
     QString m_linkUrl;

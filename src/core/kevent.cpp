@@ -45,7 +45,8 @@ bool sendBroadcastEvent(QObject* obj, QEvent* e)
     if (!obj || !e)
         return false;
     bool any = false;
-    const QList<QObject*> children = obj->findChildren<QObject*>();
+    // The direct children only: a child that wants its own children to know passes it on.
+    const QList<QObject*> children = obj->children();
     QList<QPointer<QObject>> guarded;
     guarded.reserve(children.size());
     for (QObject* c : children)

@@ -39,7 +39,7 @@ NORVIKOFFICEUI_EXPORT bool sendDirectEvent(QObject* obj, QEvent* e);
  */
 NORVIKOFFICEUI_EXPORT bool sendPropagatedEvent(QObject* obj, QEvent* e, bool stopAtWindow);
 
-/// Sends the event to every descendant of obj; true when any delivery returned true.
+/// Sends the event to every direct child of obj; true when any delivery returned true.
 NORVIKOFFICEUI_EXPORT bool sendBroadcastEvent(QObject* obj, QEvent* e);
 
 #endif // KEVENT_H
