@@ -14,6 +14,7 @@
 #include <kcommands.h>
 #include <kappidlesvr.h>
 #include <kprocessupdatesvr.h>
+#include "kmainwindow.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -353,6 +354,23 @@ void KApplication::cleanUpMainWindow()
     }
 }
 
+void KApplication::getMainWindows(QList<KMainWindow*>& windows)
+{
+    for (const QPointer<QWidget>& w : std::as_const(m_mainWindows)) {
+        if (w)
+            windows.append(qobject_cast<KMainWindow*>(w.data()));
+    }
+}
+
+KMainWindow* KApplication::findRelativeMainWindow(QObject* obj)
+{
+    for (QObject* o = obj; o; o = o->parent()) {
+        if (auto* window = qobject_cast<KMainWindow*>(o))
+            return window;
+    }
+    return nullptr;
+}
+
 // --- modal handling ---
 
 bool KApplication::notify(QObject* receiver, QEvent* e)
@@ -385,7 +403,7 @@ void KApplication::setOtherModalessDlgVisible(bool visible, QWidget* modalWidget
     };
 
     if (!visible) {
-        QWidget* mainWindow = currentMainWindow();
+        auto* mainWindow = qobject_cast<KMainWindow*>(currentMainWindow());
         if (!mainWindow)
             return;
         const QList<QDialog*> dialogs = mainWindow->findChildren<QDialog*>();
@@ -423,14 +441,4 @@ void KApplication::setOtherModalessDlgVisible(bool visible, QWidget* modalWidget
 void KApplication::addThemeChangeWidget(QWidget* w)
 {
     m_themeChangeWidgets.append(w);
-}
-
-KMainWindow* KApplication::findRelativeMainWindow(QObject* obj)
-{
-    // The walk up the parents to a main window (or a border window's main window) needs the
-    // window classes of the shell; until they are part of the framework no object can have
-    // such an ancestor. Defined here because the vtable of every KApplication needs it.
-    Q_UNUSED(obj);
-    qWarning().noquote() << "KApplication: findRelativeMainWindow: no main-window classes yet";
-    return nullptr;
 }

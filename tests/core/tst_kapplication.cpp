@@ -1,6 +1,7 @@
 #include <ktestsupport.h>
 
 #include <QDialog>
+#include <kmainwindow.h>
 #include <QFontDatabase>
 #include <QProcess>
 #include <QSignalSpy>
@@ -63,6 +64,10 @@ private Q_SLOTS:
     void messageHandler();
 
 private:
+    QString writeMain(const QByteArray& body, const QString& name = "main.xml")
+    {
+        return KTestSupport::writeMainXml(m_dir->path(), name, body);
+    }
     QString write(const QString& name, const QByteArray& text)
     {
         return KTestSupport::writeFile(m_dir->filePath(name), text);
@@ -115,7 +120,7 @@ void tst_KApplication::importsLoadDepthFirst()
     write("sub/c.xml", "<ui/>");
     write("a.xml", "<ui><import path='sub/c.xml'/><import path='gone.xml' filter='lang=zh_CN'/></ui>");
     write("b.xml", "<ui/>");
-    const QString main = write("main.xml", "<ui><import path='a.xml'/><import path='b.xml'/></ui>");
+    const QString main = writeMain("<import path='a.xml'/><import path='b.xml'/>");
 
     QSignalSpy spy(testApp(), &KApplication::xmlSetuped);
     KWarningCatcher warnings;
@@ -137,7 +142,7 @@ void tst_KApplication::importFailuresAreSkipped()
 {
     write("a.xml", "<ui>\n<import path='missing.xml'/>\n<import/></ui>");
     write("broken.xml", "<ui><unclosed></ui>");
-    const QString main = write("main.xml", "<ui>\n<import path='a.xml'/><import path='broken.xml'/></ui>");
+    const QString main = writeMain("\n<import path='a.xml'/><import path='broken.xml'/>");
 
     KWarningCatcher warnings;
     testApp()->failSetuped = true; // a false onXmlSetuped never fails the load
@@ -162,7 +167,7 @@ void tst_KApplication::importCyclesAndDepthAreRefused()
 {
     write("a.xml", "<ui><import path='b.xml'/></ui>");
     write("b.xml", "<ui><import path='a.xml'/></ui>");
-    const QString main = write("main.xml", "<ui><import path='a.xml'/></ui>");
+    const QString main = writeMain("<import path='a.xml'/>");
     {
         KWarningCatcher warnings;
         QVERIFY(testApp()->setupXml(main));
@@ -176,7 +181,8 @@ void tst_KApplication::importCyclesAndDepthAreRefused()
     // A chain of 40 documents: the ones past the depth bound are refused, the rest load.
     testApp()->resetXml();
     testApp()->setupedFiles.clear();
-    for (int i = 0; i < 40; ++i)
+    writeMain("<import path='d1.xml'/>", "d0.xml");
+    for (int i = 1; i < 40; ++i)
         write(QString("d%1.xml").arg(i), QString("<ui><import path='d%1.xml'/></ui>").arg(i + 1).toUtf8());
     write("d40.xml", "<ui/>");
     KWarningCatcher warnings;
@@ -195,7 +201,7 @@ void tst_KApplication::mainDocumentFailures()
 
     // A refused main document follows no import and records nothing.
     write("a.xml", "<ui/>");
-    const QString main = write("main.xml", "<ui><import path='a.xml'/></ui>");
+    const QString main = writeMain("<import path='a.xml'/>");
     testApp()->refuseMain = true;
     QVERIFY(!testApp()->setupXml(main));
     QCOMPARE(testApp()->mainCalls, 1);
@@ -205,7 +211,7 @@ void tst_KApplication::mainDocumentFailures()
 
 void tst_KApplication::resetXml()
 {
-    const QString main = write("main.xml", "<ui/>");
+    const QString main = writeMain("");
     QVERIFY(testApp()->setupXml(main));
     QCOMPARE(testApp()->getDoms().size(), 1);
     QSignalSpy spy(testApp(), &KApplication::xmlReseted);
@@ -283,7 +289,7 @@ static void runModal(QWidget* parent, const std::function<void(QDialog*)>& insid
 void tst_KApplication::modelessDialogsHideAroundModalWindows()
 {
     KApplication* app = testApp();
-    QWidget mainWindow;
+    KMainWindow mainWindow;
     mainWindow.show();
     app->bringFrontMainWindow(&mainWindow);
 
@@ -319,7 +325,7 @@ void tst_KApplication::modelessDialogsHideAroundModalWindows()
 void tst_KApplication::modelessDialogDestroyedWhileHidden()
 {
     KApplication* app = testApp();
-    QWidget mainWindow;
+    KMainWindow mainWindow;
     mainWindow.show();
     app->bringFrontMainWindow(&mainWindow);
     auto* doomed = new QDialog(&mainWindow);

@@ -49,3 +49,14 @@ QString KTestSupport::writeFile(const QString& path, const QByteArray& text)
     f.write(text);
     return info.absoluteFilePath();
 }
+
+QByteArray KTestSupport::writeServiceFiles(const QString& dir)
+{
+    writeFile(dir + QStringLiteral("/test-attributes.xml"), "<r><attributes/></r>");
+    return "<attributes path='test-attributes.xml'/>";
+}
+
+QString KTestSupport::writeMainXml(const QString& dir, const QString& fileName, const QByteArray& body)
+{
+    return writeFile(dir + QLatin1Char('/') + fileName, "<ui>" + writeServiceFiles(dir) + body + "</ui>");
+}

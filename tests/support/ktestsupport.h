@@ -39,6 +39,12 @@ private:
 namespace KTestSupport {
 // Writes text to path (creating folders), returns the absolute path.
 QString writeFile(const QString& path, const QByteArray& text);
+// Writes the files every main description must name (attribute table, theme) into dir and
+// returns the elements that name them, to stand first under a main document's root.
+QByteArray writeServiceFiles(const QString& dir);
+// A main description in dir: the service elements followed by body, under <ui>. Returns the
+// absolute path of the written file.
+QString writeMainXml(const QString& dir, const QString& fileName, const QByteArray& body);
 }
 
 #define NORVIK_TEST_MAIN_IMPL(TestObject)                                                   \

@@ -12,16 +12,19 @@ int main(int argc, char** argv)
     KApplication app(argc, argv);
     QTemporaryDir dir;
     const QString path = dir.filePath("ui.xml");
+    QFile attributes(dir.filePath("attributes.xml"));
     QFile f(path);
-    if (!f.open(QIODevice::WriteOnly))
+    if (!f.open(QIODevice::WriteOnly) || !attributes.open(QIODevice::WriteOnly))
         return 2;
-    f.write("<ui><commands/></ui>");
+    attributes.write("<r><attributes/></r>");
+    attributes.close();
+    f.write("<ui><attributes path='attributes.xml'/>"
+            "<commands><KTriggerCommand id='Save' text='Save'/></commands></ui>");
     f.close();
     if (!app.setupXml(path))
         return 3;
-    KCommand command(&app, nullptr);
-    command.setDrawText("Sa&ve...");
-    if (command.getDrawText() != QLatin1String("Sa&ve..."))
+    KCommand* save = app.commands()->command("Save");
+    if (!save || save->text() != QLatin1String("Save"))
         return 4;
     QWidget window;
     window.show();

@@ -1,0 +1,83 @@
+#include "kdockwidget.h"
+
+#include <QCloseEvent>
+
+#include "kcommand.h"
+
+KDockWidget::KDockWidget(KCommand* command, QWidget* parent)
+    : KCommandWidgetBridge<QDockWidget>(command, parent, true)
+{
+    if (parent)
+        parent->installEventFilter(this);
+    if (!command)
+        return;
+    setObjectName(command->property("id").toString());
+    setWidget(command->requestWidget(this, KCommand::ExtendedPurpose));
+    connect(command, &KCommand::changed, this, &KDockWidget::syncCommand);
+    syncCommand();
+}
+
+void KDockWidget::syncCommand()
+{
+    KCommand* cmd = command();
+    if (!cmd)
+        return;
+    setWindowTitle(cmd->text());
+    setWindowIcon(cmd->icon());
+    setEnabled(cmd->isEnabled());
+    // A dock follows its command's visibility only once it stands in a window, so that
+    // building it never shows a top-level window by itself.
+    if (parentWidget() && cmd->isVisible() != isVisibleTo(parentWidget()))
+        setVisible(cmd->isVisible());
+}
+
+void KDockWidget::_setFloatingHide(bool hidden)
+{
+    setAttribute(Qt::WA_WState_Visible, hidden);
+    setAttribute(Qt::WA_WState_Hidden, !hidden);
+    m_floatingHidden = hidden;
+}
+
+void KDockWidget::setVisible(bool visible)
+{
+    QWidget* parent = parentWidget();
+    if (visible && isFloating() && parent && !parent->isVisible()) {
+        _setFloatingHide(true);
+        return;
+    }
+    m_floatingHidden = false;
+    KCommandWidgetBridge<QDockWidget>::setVisible(visible);
+}
+
+bool KDockWidget::event(QEvent* e)
+{
+    if (e->type() == QEvent::ParentChange && parentWidget())
+        parentWidget()->installEventFilter(this);
+    else if (e->type() == QEvent::ParentAboutToChange && parentWidget())
+        parentWidget()->removeEventFilter(this);
+    return KCommandWidgetBridge<QDockWidget>::event(e);
+}
+
+bool KDockWidget::eventFilter(QObject* watched, QEvent* e)
+{
+    if (watched == parentWidget()) {
+        if (e->type() == QEvent::Show && m_floatingHidden) {
+            _setFloatingHide(false);
+            QDockWidget::setVisible(true);
+        } else if (e->type() == QEvent::Hide && isFloating() && QDockWidget::isVisible()) {
+            QDockWidget::setVisible(false);
+            _setFloatingHide(true);
+        }
+    }
+    return KCommandWidgetBridge<QDockWidget>::eventFilter(watched, e);
+}
+
+void KDockWidget::closeEvent(QCloseEvent* e)
+{
+    // Closing the dock hides its command, so toggles and menus show the dock as hidden.
+    if (KCommand* cmd = command()) {
+        if (cmd->isVisible())
+            cmd->setVisible(false);
+    }
+    KCommandWidgetBridge<QDockWidget>::closeEvent(e);
+}

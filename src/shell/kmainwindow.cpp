@@ -1,0 +1,725 @@
+#include "kmainwindow.h"
+
+#include <QApplication>
+#include <QDockWidget>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QResizeEvent>
+#include <QVBoxLayout>
+
+#include "kapplication.h"
+#include "kcommandbarprop.h"
+#include "kcommands.h"
+#include "kcomposelistcommand.h"
+#include "kdockwidget.h"
+#include "klistcommand.h"
+#include "kseparatorcommand.h"
+#include "ktoolbar.h"
+#include "ktoolbartoggleviewcommand.h"
+#include "ktriggercommand.h"
+#include "kuixmlparaser.h"
+
+namespace {
+
+struct AreaPlacement
+{
+    Qt::ToolBarArea area;
+    bool floating;
+};
+
+// Maps a bar position of KCommandBarProp to the dock area's tool bar area.
+AreaPlacement placementOf(int position)
+{
+    switch (position) {
+    case KCommandBarProp::PosLeft:
+        return {Qt::LeftToolBarArea, false};
+    case KCommandBarProp::PosRight:
+        return {Qt::RightToolBarArea, false};
+    case KCommandBarProp::PosBottom:
+        return {Qt::BottomToolBarArea, false};
+    case KCommandBarProp::PosFloating:
+        return {Qt::TopToolBarArea, true};
+    default:
+        return {Qt::TopToolBarArea, false};
+    }
+}
+
+bool isListCommand(KCommand* cmd)
+{
+    return qobject_cast<KListCommand*>(cmd) || qobject_cast<KComposeListCommand*>(cmd);
+}
+
+} // namespace
+
+KMainDockArea::KMainDockArea(QWidget* parent)
+    : QMainWindow(parent, Qt::WindowFlags())
+{
+    setAccessibleName(QStringLiteral("KMainDockArea"));
+    setWindowFlags(Qt::WindowFlags());
+}
+
+// --- KMainWindow ---
+
+KMainWindow::KMainWindow(QWidget* parent)
+    : QWidget(parent)
+{
+    setFocusPolicy(Qt::NoFocus);
+    setAttribute(Qt::WA_CanHostQMdiSubWindowTitleBar);
+
+    m_outerLayout = new QVBoxLayout(this);
+    m_outerLayout->setContentsMargins(0, 0, 0, 0);
+    m_outerLayout->setSpacing(0);
+
+    m_dockArea = new KMainDockArea(this);
+    auto* inner = new QHBoxLayout;
+    inner->setContentsMargins(0, 0, 0, 0);
+    inner->setSpacing(0);
+    inner->addWidget(m_dockArea);
+    m_outerLayout->addLayout(inner);
+
+    KApplication* app = KApplication::instance();
+    m_commands = new KCommands(this, this, app ? app->commands() : nullptr);
+
+    if (app) {
+        connect(app, &KApplication::xmlSetuped, this, &KMainWindow::onXmlSetuped);
+        connect(app, &KApplication::xmlReseted, this, &KMainWindow::onXmlReseted);
+    }
+}
+
+KMainWindow::~KMainWindow()
+{
+    if (KApplication* app = KApplication::instance())
+        app->removeMainWindow(this);
+}
+
+void KMainWindow::setCaption(const QString& caption)
+{
+    if (m_caption == caption)
+        return;
+    m_caption = caption;
+    setWindowTitle(caption);
+}
+
+// --- description ---
+
+void KMainWindow::onXmlSetuped(const KDomDocument& doc)
+{
+    _setupXml(doc);
+}
+
+void KMainWindow::onXmlReseted()
+{
+    _resetXml();
+}
+
+void KMainWindow::_setupXml(const KDomDocument& doc)
+{
+    KUiXmlParaser parser;
+    const KDomElement element = doc.documentElement().firstChildElement(QStringLiteral("mainwindow"));
+    if (!element.isNull())
+        parser.setupUiByXml(this, element);
+}
+
+void KMainWindow::polishXml()
+{
+    beforePolishXml();
+    if (KApplication* app = KApplication::instance()) {
+        const QList<KDomDocument> docs = app->getDoms();
+        for (const KDomDocument& doc : docs)
+            _setupXml(doc);
+    }
+    afterPolishXml();
+    m_xmlPolished = true;
+}
+
+void KMainWindow::_resetXml()
+{
+    for (KToolBar* bar : std::as_const(m_toolBars))
+        bar->deleteLater();
+    m_toolBars.clear();
+    m_popupMenus.clear();
+    m_rbToolBars.clear();
+    for (QDockWidget* dock : std::as_const(m_dockWidgets))
+        dock->deleteLater();
+    m_dockWidgets.clear();
+    m_toolBarListCommand = nullptr;
+    m_rbToolBarCommand = nullptr;
+    m_commands->resetXML();
+}
+
+// --- tool bars ---
+
+bool KMainWindow::_addToToolBarPool(KToolBar* bar)
+{
+    if (!bar || bar->inherits("KDragMenuBar") || m_toolBars.contains(bar))
+        return false;
+    m_toolBars.append(bar);
+    return true;
+}
+
+void KMainWindow::_placeToolBar(KToolBar* bar, int position, bool moveExisting)
+{
+    const AreaPlacement place = placementOf(position);
+    if (moveExisting)
+        bar->hide();
+    if (place.floating) {
+        bar->setFloatable(true);
+        if (moveExisting)
+            bar->setFloating(true);
+    } else {
+        m_dockArea->addToolBar(place.area, bar);
+        Q_EMIT addToolBarSignal(bar);
+    }
+    if (moveExisting)
+        bar->show();
+}
+
+void KMainWindow::addToolBar(KToolBar* bar)
+{
+    if (!bar)
+        return;
+    _addToToolBarPool(bar);
+    const int position = bar->props() ? bar->props()->getPosition() : int(KCommandBarProp::PosTop);
+    _placeToolBar(bar, position, false);
+}
+
+void KMainWindow::addToolBar(Qt::ToolBarArea area, KToolBar* bar)
+{
+    if (!bar)
+        return;
+    _addToToolBarPool(bar);
+    m_dockArea->addToolBar(area, bar);
+    Q_EMIT addToolBarSignal(bar);
+}
+
+void KMainWindow::insertToolBar(KToolBar* before, KToolBar* bar)
+{
+    if (!bar)
+        return;
+    _addToToolBarPool(bar);
+    m_dockArea->insertToolBar(before, bar);
+    Q_EMIT insertToolBarSignal(before, bar);
+}
+
+void KMainWindow::addToolBarBreak(Qt::ToolBarArea area)
+{
+    m_dockArea->addToolBarBreak(area);
+    Q_EMIT addToolBarBreakSignal(area);
+}
+
+void KMainWindow::insertToolBarBreak(KToolBar* before)
+{
+    m_dockArea->insertToolBarBreak(before);
+    Q_EMIT insertToolBarBreakSignal(before);
+}
+
+void KMainWindow::removeToolBar(KToolBar* bar)
+{
+    if (!bar)
+        return;
+    m_toolBars.removeAll(bar);
+    _removeFromToolBarPopupMenu(bar);
+    m_dockArea->removeToolBar(bar);
+}
+
+KToolBar* KMainWindow::findToolBar(KCommand* cmd) const
+{
+    for (KToolBar* bar : m_toolBars) {
+        if (bar->command() == cmd)
+            return bar;
+    }
+    return nullptr;
+}
+
+bool KMainWindow::hasToolbar(Qt::ToolBarArea area) const
+{
+    for (KToolBar* bar : m_toolBars) {
+        if (!bar->isFloating() && m_dockArea->toolBarArea(bar) == area)
+            return true;
+    }
+    return false;
+}
+
+void KMainWindow::setAllToolBarsVisilbe(bool visible)
+{
+    for (KToolBar* bar : std::as_const(m_toolBars)) {
+        KCommandBarProp* props = bar->props();
+        if (!props || props->getCustom() || !bar->command())
+            continue;
+        bar->command()->setVisible(KMultiControlBool::FullScreenControl, visible);
+    }
+}
+
+QSet<KToolBar*> KMainWindow::currentVisibleBars() const
+{
+    QSet<KToolBar*> bars;
+    for (KToolBar* bar : m_toolBars) {
+        if (!bar->isHidden())
+            bars.insert(bar);
+    }
+    return bars;
+}
+
+void KMainWindow::updateCommandBarArea(KCommand* cmd)
+{
+    KToolBar* bar = findToolBar(cmd);
+    if (!bar)
+        return;
+    KCommandBarProp props(cmd, nullptr);
+    _placeToolBar(bar, props.getPosition(), true);
+}
+
+void KMainWindow::updateCommandBarRect(KCommand* cmd)
+{
+    KToolBar* bar = findToolBar(cmd);
+    if (!bar)
+        return;
+    KCommandBarProp props(cmd, nullptr);
+    bar->setGeometry(props.getLeft(), props.getTop(), props.getWidth(), props.getHeight());
+}
+
+void KMainWindow::updateCommandBarRowIndex(KCommand*)
+{
+}
+
+void KMainWindow::updateCommandBarProtection(KCommand* cmd)
+{
+    KToolBar* bar = findToolBar(cmd);
+    if (!bar)
+        return;
+    KCommandBarProp props(cmd, nullptr);
+    switch (props.getProtection()) {
+    case KCommandBarProp::NotMovable:
+        bar->setMovable(false);
+        break;
+    case KCommandBarProp::DockNowhere:
+        bar->setMovable(true);
+        bar->setAllowedAreas(Qt::NoToolBarArea);
+        break;
+    case KCommandBarProp::DockTopBottom:
+        bar->setMovable(true);
+        bar->setAllowedAreas(Qt::TopToolBarArea | Qt::BottomToolBarArea);
+        break;
+    case KCommandBarProp::DockLeftRight:
+        bar->setMovable(true);
+        bar->setAllowedAreas(Qt::LeftToolBarArea | Qt::RightToolBarArea);
+        break;
+    default:
+        bar->setMovable(true);
+        bar->setAllowedAreas(Qt::AllToolBarAreas);
+        break;
+    }
+}
+
+// --- central widget and docks ---
+
+void KMainWindow::setCentralWidget(QWidget* widget)
+{
+    m_dockArea->setCentralWidget(widget);
+}
+
+QWidget* KMainWindow::centralWidget() const
+{
+    return m_dockArea->centralWidget();
+}
+
+void KMainWindow::addDockWidget(Qt::DockWidgetArea area, QDockWidget* dock)
+{
+    if (!dock)
+        return;
+    m_dockWidgets.insert(dock);
+    m_dockArea->addDockWidget(area, dock);
+}
+
+void KMainWindow::addDockWidget(Qt::DockWidgetArea area, KCommand* command)
+{
+    if (!command)
+        return;
+    addDockWidget(area, new KDockWidget(command, this));
+}
+
+QDockWidget* KMainWindow::findDockWidget(const QString& objectName) const
+{
+    for (QDockWidget* dock : m_dockWidgets) {
+        if (dock->objectName() == objectName)
+            return dock;
+    }
+    return nullptr;
+}
+
+Qt::DockWidgetArea KMainWindow::dockWidgetArea(QDockWidget* dock) const
+{
+    return m_dockArea->dockWidgetArea(dock);
+}
+
+void KMainWindow::splitDockWidget(QDockWidget* first, QDockWidget* second, Qt::Orientation orientation)
+{
+    m_dockArea->splitDockWidget(first, second, orientation);
+}
+
+// --- popup menus and user-made bars ---
+
+void KMainWindow::addPopupMenu(KCommand* cmd)
+{
+    if (cmd && !m_popupMenus.contains(cmd))
+        m_popupMenus.append(cmd);
+}
+
+void KMainWindow::removePopupMenu(KCommand* cmd)
+{
+    m_popupMenus.removeAll(cmd);
+}
+
+KCommand* KMainWindow::addCustomPopupMenu()
+{
+    KCommand* cmd = m_commands->customCommand(QStringLiteral("KListCommand"), this, m_commands);
+    addPopupMenu(cmd);
+    return cmd;
+}
+
+void KMainWindow::addCustomToolBar(QWidget** bar, KCommand** command)
+{
+    auto* list = qobject_cast<KListCommand*>(
+        m_commands->customCommand(QStringLiteral("KListCommand"), this, m_commands));
+    if (!list)
+        return;
+    auto* toolBar = new KToolBar(list, this);
+    addToolBar(toolBar);
+    _addToToolBarPopupMenu(toolBar);
+    if (command)
+        *command = toolBar->command();
+    if (bar)
+        *bar = toolBar;
+}
+
+void KMainWindow::removeRbToolBar(KCommand* cmd)
+{
+    m_rbToolBars.removeAll(cmd);
+    if (KListCommand* list = _rbToolBarCommand()) {
+        const int i = list->indexOf(cmd);
+        if (i >= 0)
+            list->removeSubCommand(i);
+    }
+}
+
+KListCommand* KMainWindow::_rbToolBarCommand()
+{
+    // User bars go to the add-on tab of a ribbon; a window without a ribbon has none.
+    return m_rbToolBarCommand;
+}
+
+void KMainWindow::_addRbToolBar(KCommand* cmd)
+{
+    if (!cmd || m_rbToolBars.contains(cmd))
+        return;
+    if (KListCommand* list = _rbToolBarCommand()) {
+        if (!m_rbToolBars.isEmpty())
+            list->addSeparator();
+        list->addSubCommand(cmd);
+    }
+    m_rbToolBars.append(cmd);
+}
+
+KListCommand* KMainWindow::_toolBarListCommand()
+{
+    if (!m_toolBarListCommand)
+        m_toolBarListCommand = qobject_cast<KListCommand*>(m_commands->command(QStringLiteral("TBCustomizePopupMenu")));
+    return m_toolBarListCommand;
+}
+
+void KMainWindow::_addToToolBarPopupMenu(KToolBar* bar)
+{
+    KListCommand* list = _toolBarListCommand();
+    if (!list || !bar)
+        return;
+    auto* toggle = new KToolBarToggleViewCommand(this, list);
+    toggle->setAction(bar->toggleViewAction());
+    list->addSubCommand(toggle);
+}
+
+void KMainWindow::_removeFromToolBarPopupMenu(KToolBar* bar)
+{
+    KListCommand* list = _toolBarListCommand();
+    if (!list || !bar)
+        return;
+    for (int i = 0; i < list->count(); ++i) {
+        auto* toggle = qobject_cast<KToolBarToggleViewCommand*>(list->subCommand(i));
+        if (toggle && toggle->action() == bar->toggleViewAction()) {
+            list->removeSubCommand(i);
+            toggle->deleteLater();
+            return;
+        }
+    }
+}
+
+QMenu* KMainWindow::createDockAreaPopupMenu(bool& handled)
+{
+    handled = true;
+    KListCommand* list = _toolBarListCommand();
+    if (!list || !list->isEnabled())
+        return nullptr;
+    auto* menu = new QMenu(this);
+    for (int i = 0; i < list->count(); ++i) {
+        auto* toggle = qobject_cast<KToolBarToggleViewCommand*>(list->subCommand(i));
+        if (!toggle || !toggle->action())
+            continue;
+        toggle->update();
+        toggle->action()->setEnabled(toggle->isEnabled());
+        toggle->action()->setVisible(toggle->isVisible());
+        menu->addAction(toggle->action());
+    }
+    return menu;
+}
+
+// --- modes ---
+
+void KMainWindow::setFullScreen(bool on)
+{
+    if (m_fullScreen == on)
+        return;
+    m_fullScreen = on;
+    if (on) {
+        setLastState(QStringLiteral("WindowState"), int(windowState()));
+        showFullScreen();
+    } else {
+        setWindowState(Qt::WindowStates(lastState(QStringLiteral("WindowState")).toInt()));
+    }
+}
+
+void KMainWindow::setBorderLess(bool borderLess)
+{
+    if (m_borderLess == borderLess)
+        return;
+    m_borderLess = borderLess;
+    update();
+}
+
+bool KMainWindow::isNeedDrawOwnBorder() const
+{
+    // Only a window with a ribbon paints its own frame.
+    return false;
+}
+
+void KMainWindow::setToolbarGroupIndex(int index)
+{
+    // Groups are numbered from 1 by callers and kept from 0.
+    m_toolbarGroupIndex = index - 1;
+}
+
+// --- searching ---
+
+bool KMainWindow::MatchOption::match(KCommand* cmd) const
+{
+    if (!cmd)
+        return false;
+    if (!type.isEmpty()) {
+        if (type == QLatin1String("Button") && !qobject_cast<KTriggerCommand*>(cmd))
+            return false;
+        if (type == QLatin1String("Popup") && !isListCommand(cmd))
+            return false;
+        if (type == QLatin1String("SplitButtonPopup") && !cmd->inherits("KQuickMenuCommand")
+            && !cmd->inherits("KGalleryCommand"))
+            return false;
+    }
+    if (!tag.isEmpty()) {
+        const QVariant v = cmd->property("tag");
+        if (!v.canConvert<QString>() || !v.toString().toLower().contains(tag.toLower()))
+            return false;
+    }
+    if (visibleOnly && !cmd->isVisible())
+        return false;
+    if (aid != -1) {
+        bool ok = false;
+        const int value = cmd->property("aid").toInt(&ok);
+        if (!ok || value != aid)
+            return false;
+    }
+    if (faceid != -1) {
+        bool ok = false;
+        const int value = cmd->property("faceid").toInt(&ok);
+        if (!ok || value != faceid)
+            return false;
+    }
+    return true;
+}
+
+bool KMainWindow::_findCommand(KCommand* parent, KCommand* cmd, bool recursive, const MatchOption& option,
+                               KListCommand* result, QVector<KCommand*>& parents, bool all, int depth)
+{
+    if (!cmd)
+        return false;
+    bool found = false;
+    if (recursive || depth == 0) {
+        if (auto* compose = qobject_cast<KComposeListCommand*>(cmd)) {
+            for (int i = 0; i < compose->countOrig(); ++i) {
+                if (_findCommand(cmd, compose->subCommandOrig(i), recursive, option, result, parents, all, depth + 1)) {
+                    found = true;
+                    if (!all)
+                        return true;
+                }
+            }
+        } else if (qobject_cast<KListCommand*>(cmd)) {
+            for (int i = 0; i < cmd->count(); ++i) {
+                if (_findCommand(cmd, cmd->subCommand(i), recursive, option, result, parents, all, depth + 1)) {
+                    found = true;
+                    if (!all)
+                        return true;
+                }
+            }
+        }
+    }
+    if (parent && !KSeparatorCommand::isSeparator(cmd) && option.match(cmd)) {
+        if (result)
+            result->addSubCommand(cmd);
+        parents.append(parent);
+        found = true;
+    }
+    return found;
+}
+
+bool KMainWindow::findCommand(KCommand* start, int aid, int faceid, const QString& type, const QString& tag,
+                              bool visibleOnly, bool recursive, KListCommand* result,
+                              QVector<KCommand*>& parents, bool all)
+{
+    MatchOption option;
+    option.aid = aid;
+    option.faceid = faceid;
+    option.type = type;
+    option.tag = tag;
+    option.visibleOnly = visibleOnly;
+
+    if (start)
+        return _findCommand(nullptr, start, recursive, option, result, parents, all, 0);
+
+    QVector<KCommand*> roots;
+    for (KToolBar* bar : std::as_const(m_toolBars))
+        if (bar->command())
+            roots.append(bar->command());
+    roots += m_rbToolBars;
+    roots += m_popupMenus;
+    bool found = false;
+    for (KCommand* root : std::as_const(roots)) {
+        if (_findCommand(nullptr, root, recursive, option, result, parents, all, 0)) {
+            found = true;
+            if (!all)
+                return true;
+        }
+    }
+    return found;
+}
+
+// --- copying a window's user changes ---
+
+void KMainWindow::_syncListCommand(KCommand* sourceCmd, KCommand* targetCmd, bool recursive)
+{
+    auto* source = qobject_cast<KListCommand*>(sourceCmd);
+    auto* target = qobject_cast<KListCommand*>(targetCmd);
+    if (!source || !target)
+        return;
+    for (int i = 0; i < source->count(); ++i) {
+        KCommand* sub = source->subCommand(i);
+        if (!sub)
+            continue;
+        if (sub->property("custom").toBool()) {
+            if (KCommand* copy = sub->clone(this, target))
+                target->insertSubCommand(i, copy);
+            continue;
+        }
+        // Entries the user removed from the source go from the target too; an entry is
+        // matched by its position and id.
+        while (i < target->count()) {
+            KCommand* other = target->subCommand(i);
+            if (other && other->property("id") == sub->property("id")) {
+                sub->copyProperties(other);
+                if (recursive)
+                    _syncListCommand(sub, other, recursive);
+                break;
+            }
+            target->removeSubCommand(i);
+        }
+    }
+    source->copyProperties(target);
+}
+
+void KMainWindow::syncApiBarsFromMainWindow(KMainWindow* source)
+{
+    if (!source || source == this)
+        return;
+    for (KToolBar* bar : std::as_const(source->m_toolBars)) {
+        KCommandBarProp* props = bar->props();
+        if (props && props->getCustom()) {
+            if (KToolBar* copy = bar->clone(this)) {
+                addToolBar(copy);
+                _addToToolBarPopupMenu(copy);
+            }
+            continue;
+        }
+        const QString name = props ? props->getName().toLower() : QString();
+        for (KToolBar* mine : std::as_const(m_toolBars)) {
+            if (mine->props() && mine->props()->getName().toLower() == name) {
+                _syncListCommand(bar->command(), mine->command(), name != QLatin1String("shortcut menus"));
+                break;
+            }
+        }
+    }
+    if (_rbToolBarCommand()) {
+        for (KCommand* cmd : std::as_const(source->m_rbToolBars)) {
+            if (!cmd->property("custom").toBool())
+                continue;
+            if (KCommand* copy = cmd->clone(this, m_commands))
+                _addRbToolBar(copy);
+        }
+    }
+    for (KCommand* menu : std::as_const(source->m_popupMenus)) {
+        if (menu->property("custom").toBool()) {
+            if (KCommand* copy = menu->clone(this, m_commands))
+                m_popupMenus.append(copy);
+            continue;
+        }
+        const QString name = KCommandBarProp(menu, nullptr).getName().toLower();
+        for (KCommand* mine : std::as_const(m_popupMenus)) {
+            if (KCommandBarProp(mine, nullptr).getName().toLower() == name) {
+                _syncListCommand(menu, mine, true);
+                break;
+            }
+        }
+    }
+}
+
+// --- events ---
+
+bool KMainWindow::event(QEvent* e)
+{
+    switch (e->type()) {
+    case QEvent::WindowStateChange: {
+        auto* change = static_cast<QWindowStateChangeEvent*>(e);
+        KApplication* app = KApplication::instance();
+        if ((change->oldState() & Qt::WindowMinimized) && windowState() == Qt::WindowNoState && app
+            && app->currentMainWindow() == this)
+            activateWindow();
+        resetAeroEffect();
+        break;
+    }
+    case QEvent::WindowDeactivate:
+        Q_EMIT deactivated();
+        break;
+    default:
+        break;
+    }
+    return QWidget::event(e);
+}
+
+void KMainWindow::resizeEvent(QResizeEvent* e)
+{
+    QWidget::resizeEvent(e);
+    Q_EMIT sizeChange();
+}
+
+// --- KView ---
+
+KView::KView(QWidget* parent)
+    : QWidget(parent)
+{
+    if (KApplication* app = KApplication::instance())
+        m_mainWindow = app->findRelativeMainWindow(this);
+}
