@@ -1,0 +1,92 @@
+// Norvik Writer: a small text editor built only on NorvikOfficeUI's public interface.
+//
+//   norvik-writer [FILE]                 opens FILE
+//   norvik-writer --screenshot OUT.png   shows the window, waits until it is drawn and idle,
+//                                        saves a picture of it and exits
+#include <QCommandLineParser>
+#include <QDir>
+#include <QPlainTextEdit>
+#include <QTimer>
+#include <QWindow>
+#include <cstdio>
+
+#include <kapplication.h>
+
+#include "writerwindow.h"
+
+namespace {
+
+class WriterApplication : public KApplication
+{
+public:
+    using KApplication::KApplication;
+    int currentLanguage() override { return 1033; } // en_US
+};
+
+const char* const kSample =
+    "# Norvik Writer\n"
+    "A small editor that shows what the framework builds from a description.\n"
+    "\n"
+    "## Commands\n"
+    "New, Open, Save and the editing commands come from ui/writer.xml.\n"
+    "Undo, Redo, Cut, Copy and Paste follow the state of this document.\n"
+    "\n"
+    "## Panels\n"
+    "The outline on the left lists the lines that start with #.\n"
+    "The properties on the right count what you type.\n";
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    WriterApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("Norvik Writer"));
+    app.setProductName(QStringLiteral("NorvikWriter"));
+
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    QCommandLineOption screenshot(QStringLiteral("screenshot"),
+                                  QStringLiteral("Save a picture of the window to <file> and exit."),
+                                  QStringLiteral("file"));
+    parser.addOption(screenshot);
+    parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A text file to open."));
+    parser.process(app);
+
+    if (!app.setupXml(QStringLiteral("ui/writer.xml"))) {
+        std::fprintf(stderr, "norvik-writer: cannot read its description ui/writer.xml\n");
+        return 1;
+    }
+
+    WriterWindow window;
+    window.polishXml();
+    window.bindCommands();
+    app.bringFrontMainWindow(&window);
+    QObject::connect(&app, &KApplication::lastMainWindowClosed, &app, &QCoreApplication::quit);
+
+    if (!parser.positionalArguments().isEmpty())
+        window.openFile(parser.positionalArguments().constFirst());
+    else
+        window.editor()->setPlainText(QString::fromUtf8(kSample));
+    window.editor()->document()->setModified(false);
+    window.show();
+
+    if (parser.isSet(screenshot)) {
+        const QString out = parser.value(screenshot);
+        auto* poll = new QTimer(&app);
+        QObject::connect(poll, &QTimer::timeout, &app, [&window, poll, out] {
+            if (!window.windowHandle() || !window.windowHandle()->isExposed())
+                return;
+            poll->stop();
+            // Give the idle rounds time to bring every bar up to date before the picture.
+            QTimer::singleShot(800, &window, [&window, out] {
+                const bool ok = window.grab().save(out);
+                std::printf("%s %s\n", ok ? "screenshot saved to" : "could not save", qPrintable(out));
+                QCoreApplication::exit(ok ? 0 : 2);
+            });
+        });
+        poll->start(50);
+    }
+    const int rc = app.exec();
+    app.removeMainWindow(&window);
+    return rc;
+}

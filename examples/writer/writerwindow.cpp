@@ -1,0 +1,146 @@
+#include "writerwindow.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QSaveFile>
+
+#include <kcommand.h>
+#include <kcommands.h>
+
+WriterWindow::WriterWindow(QWidget* parent)
+    : KMainWindow(parent)
+    , m_editor(new QPlainTextEdit)
+{
+    m_editor->setObjectName(QStringLiteral("WriterEditor"));
+    m_editor->setFrameShape(QFrame::NoFrame);
+    setCentralWidget(m_editor);
+    connect(m_editor->document(), &QTextDocument::modificationChanged, this, &WriterWindow::_updateTitle);
+    resize(1000, 680);
+}
+
+KCommand* WriterWindow::_command(const char* id) const
+{
+    return commands()->command(QString::fromLatin1(id));
+}
+
+void WriterWindow::bindCommands()
+{
+    auto on = [this](const char* id, auto handler) {
+        if (KCommand* cmd = _command(id))
+            connect(cmd, &KCommand::triggered, this, handler);
+    };
+    on("FileNew", [this] { newFile(); });
+    on("FileOpen", [this] { _onOpen(); });
+    on("FileSave", [this] { _onSave(); });
+    on("FileSaveAs", [this] { _onSaveAs(); });
+    on("EditUndo", [this] { m_editor->undo(); });
+    on("EditRedo", [this] { m_editor->redo(); });
+    on("EditCut", [this] { m_editor->cut(); });
+    on("EditCopy", [this] { m_editor->copy(); });
+    on("EditPaste", [this] { m_editor->paste(); });
+    on("EditSelectAll", [this] { m_editor->selectAll(); });
+
+    // States that follow the document: the editor announces them, the commands show them.
+    auto enable = [this](const char* id, bool on) {
+        if (KCommand* cmd = _command(id))
+            cmd->setEnabled(on);
+    };
+    connect(m_editor, &QPlainTextEdit::undoAvailable, this, [enable](bool on) { enable("EditUndo", on); });
+    connect(m_editor, &QPlainTextEdit::redoAvailable, this, [enable](bool on) { enable("EditRedo", on); });
+    connect(m_editor, &QPlainTextEdit::copyAvailable, this, [enable](bool on) {
+        enable("EditCut", on);
+        enable("EditCopy", on);
+    });
+    connect(QApplication::clipboard(), &QClipboard::dataChanged, this, &WriterWindow::_updatePaste);
+    enable("EditUndo", false);
+    enable("EditRedo", false);
+    enable("EditCut", false);
+    enable("EditCopy", false);
+    _updatePaste();
+    _updateTitle();
+}
+
+void WriterWindow::_updatePaste()
+{
+    if (KCommand* paste = _command("EditPaste"))
+        paste->setEnabled(!QApplication::clipboard()->text().isEmpty());
+}
+
+void WriterWindow::_updateTitle()
+{
+    const QString name = m_path.isEmpty() ? tr("Untitled") : QFileInfo(m_path).fileName();
+    const QString app = caption().isEmpty() ? QStringLiteral("Norvik Writer") : caption();
+    setWindowTitle(QStringLiteral("%1%2 - %3")
+                       .arg(name, m_editor->document()->isModified() ? QStringLiteral("*") : QString(), app));
+}
+
+void WriterWindow::newFile()
+{
+    m_editor->clear();
+    m_editor->document()->setModified(false);
+    m_path.clear();
+    _updateTitle();
+    Q_EMIT documentChanged();
+}
+
+bool WriterWindow::openFile(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return false;
+    m_editor->setPlainText(QString::fromUtf8(file.readAll()));
+    m_editor->document()->setModified(false);
+    m_path = QFileInfo(path).absoluteFilePath();
+    _updateTitle();
+    Q_EMIT documentChanged();
+    return true;
+}
+
+bool WriterWindow::saveFile(const QString& path)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
+        return false;
+    file.write(m_editor->toPlainText().toUtf8());
+    if (!file.commit())
+        return false;
+    m_editor->document()->setModified(false);
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    const bool renamed = absolute != m_path;
+    m_path = absolute;
+    _updateTitle();
+    if (renamed)
+        Q_EMIT documentChanged();
+    return true;
+}
+
+void WriterWindow::_onOpen()
+{
+    const QString path = QFileDialog::getOpenFileName(this, tr("Open"), QString(),
+                                                      tr("Text files (*.txt *.md);;All files (*)"));
+    if (!path.isEmpty() && !openFile(path))
+        QMessageBox::warning(this, tr("Open"), tr("Could not read %1.").arg(path));
+}
+
+void WriterWindow::_onSave()
+{
+    if (m_path.isEmpty()) {
+        _onSaveAs();
+        return;
+    }
+    if (!saveFile(m_path))
+        QMessageBox::warning(this, tr("Save"), tr("Could not write %1.").arg(m_path));
+}
+
+void WriterWindow::_onSaveAs()
+{
+    const QString path = QFileDialog::getSaveFileName(this, tr("Save As"), m_path,
+                                                      tr("Text files (*.txt *.md);;All files (*)"));
+    if (!path.isEmpty() && !saveFile(path))
+        QMessageBox::warning(this, tr("Save As"), tr("Could not write %1.").arg(path));
+}

@@ -1,0 +1,163 @@
+#include <ktestsupport.h>
+
+#include <QDockWidget>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QTemporaryDir>
+#include <QToolBar>
+
+#include <kcommands.h>
+#include <kcommandwrapaction.h>
+#include <ktoolbar.h>
+
+#include "writerpanels.h"
+#include "writerwindow.h"
+
+// Starts Norvik Writer's main window from its real description and drives it through the
+// commands the description declares.
+class tst_Writer : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void barsAndDocksFromTheDescription();
+    void commandsReachTheHost();
+    void statesFollowTheDocument();
+    void togglesShowAndHidePanels();
+
+private:
+    QStringList actionIds(QToolBar* bar) const;
+    QScopedPointer<WriterWindow> m_window;
+};
+
+void tst_Writer::initTestCase()
+{
+    KWarningCatcher warnings;
+    QVERIFY(KApplication::instance()->setupXml(QStringLiteral(NORVIK_WRITER_UI_DIR "/writer.xml")));
+    m_window.reset(new WriterWindow);
+    m_window->polishXml();
+    m_window->bindCommands();
+    // The description is clean: nothing in it draws a warning.
+    QVERIFY2(warnings.messages().isEmpty(), qPrintable(warnings.messages().join('\n')));
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.data()));
+}
+
+QStringList tst_Writer::actionIds(QToolBar* bar) const
+{
+    QStringList ids;
+    for (QAction* a : bar->actions()) {
+        auto* wrap = qobject_cast<KCommandWrapAction*>(a);
+        ids << (wrap && wrap->command() ? wrap->command()->property("id").toString() : QStringLiteral("?"));
+    }
+    return ids;
+}
+
+void tst_Writer::barsAndDocksFromTheDescription()
+{
+    WriterWindow* w = m_window.data();
+    QCOMPARE(w->caption(), QString("Norvik Writer"));
+    QCOMPARE(w->toolBarCount(), 3);
+    KToolBar* file = w->findToolBar(w->commands()->command("FileBar"));
+    KToolBar* edit = w->findToolBar(w->commands()->command("EditBar"));
+    QVERIFY(file);
+    QVERIFY(edit);
+    QCOMPARE(file->objectName(), QString("FileBar"));
+    QCOMPARE(w->dockArea()->toolBarArea(file), Qt::TopToolBarArea);
+    QCOMPARE(actionIds(file), QStringList({"FileNew", "FileOpen", "FileSave", "FileSaveAs"}));
+    // Separators are shared commands without an id.
+    QCOMPARE(actionIds(edit), QStringList({"EditUndo", "EditRedo", "", "EditCut", "EditCopy", "EditPaste", "",
+                                           "EditSelectAll"}));
+
+    QDockWidget* outline = w->findDockWidget("OutlinePanel");
+    QDockWidget* properties = w->findDockWidget("PropertiesPanel");
+    QVERIFY(outline);
+    QVERIFY(properties);
+    QCOMPARE(w->dockWidgetArea(outline), Qt::LeftDockWidgetArea);
+    QCOMPARE(w->dockWidgetArea(properties), Qt::RightDockWidgetArea);
+    QVERIFY(qobject_cast<WriterOutlineView*>(outline->widget()));
+    QCOMPARE(outline->windowTitle(), QString("Outline"));
+
+    // Window commands shadow nothing of the application's, and reach its commands.
+    QVERIFY(w->commands()->command("FileNew"));
+    QVERIFY(!KApplication::instance()->commands()->command("OutlinePanel"));
+}
+
+void tst_Writer::commandsReachTheHost()
+{
+    WriterWindow* w = m_window.data();
+    QTemporaryDir dir;
+    const QString path = KTestSupport::writeFile(dir.filePath("notes.txt"), "# Title\nbody\n## Part\n");
+    QVERIFY(w->openFile(path));
+    auto* outline = qobject_cast<WriterOutlineView*>(w->findDockWidget("OutlinePanel")->widget());
+    QVERIFY(outline);
+    QCOMPARE(outline->list()->count(), 2);
+    QCOMPARE(outline->list()->item(1)->text().trimmed(), QString("Part"));
+
+    w->editor()->appendPlainText("more");
+    w->commands()->command("FileSave")->trigger();
+    QFile saved(path);
+    QVERIFY(saved.open(QIODevice::ReadOnly));
+    QVERIFY(saved.readAll().endsWith("more"));
+    QVERIFY(!w->editor()->document()->isModified());
+
+    w->commands()->command("FileNew")->trigger();
+    QVERIFY(w->editor()->toPlainText().isEmpty());
+    QVERIFY(w->filePath().isEmpty());
+}
+
+void tst_Writer::statesFollowTheDocument()
+{
+    WriterWindow* w = m_window.data();
+    KCommands* cmds = w->commands();
+    w->newFile();
+    QVERIFY(!cmds->command("EditUndo")->isEnabled());
+    QVERIFY(!cmds->command("EditCopy")->isEnabled());
+    QTest::keyClicks(w->editor(), "hello");
+    QVERIFY(cmds->command("EditUndo")->isEnabled());
+    w->editor()->selectAll();
+    QVERIFY(cmds->command("EditCopy")->isEnabled());
+    cmds->command("EditCut")->trigger();
+    QVERIFY(w->editor()->toPlainText().isEmpty());
+    QVERIFY(cmds->command("EditPaste")->isEnabled());
+    cmds->command("EditPaste")->trigger();
+    QCOMPARE(w->editor()->toPlainText(), QString("hello"));
+
+    // The tool bar's actions show the command states.
+    KToolBar* edit = w->findToolBar(cmds->command("EditBar"));
+    cmds->command("EditRedo")->setEnabled(false);
+    QVERIFY(!edit->actions().at(1)->isEnabled());
+    cmds->command("EditRedo")->setEnabled(true);
+    QVERIFY(edit->actions().at(1)->isEnabled());
+}
+
+void tst_Writer::togglesShowAndHidePanels()
+{
+    WriterWindow* w = m_window.data();
+    KCommand* panel = w->commands()->command("OutlinePanel");
+    KCommand* toggle = w->commands()->command("ViewOutline");
+    QDockWidget* dock = w->findDockWidget("OutlinePanel");
+    QVERIFY(dock->isVisible());
+    QVERIFY(toggle->checkedHint());
+    toggle->trigger();
+    QVERIFY(!panel->isVisible());
+    QVERIFY(!dock->isVisible());
+    QVERIFY(!toggle->checkedHint());
+    toggle->trigger();
+    QVERIFY(dock->isVisible());
+
+    KCommand* barToggle = w->commands()->command("ViewEditBar");
+    KToolBar* edit = w->findToolBar(w->commands()->command("EditBar"));
+    barToggle->update();
+    QVERIFY(barToggle->checkedHint());
+    barToggle->trigger();
+    QVERIFY(edit->isHidden());
+    barToggle->update();
+    QVERIFY(!barToggle->checkedHint());
+    barToggle->trigger();
+    QVERIFY(!edit->isHidden());
+}
+
+NORVIK_TEST_MAIN(tst_Writer)
+#include "tst_writer.moc"
