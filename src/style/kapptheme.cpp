@@ -79,7 +79,8 @@ QColor KColorItem::relativeColor(const QColor& baseColor, int ds, int dv, int tr
         return QColor();
     int h = 0, s = 0, v = 0;
     baseColor.getHsv(&h, &s, &v);
-    return QColor::fromHsv(h, clampByte(s + ds), clampByte(v + dv), clampByte(trans));
+    // Handed out as RGB, like every fixed colour of a theme.
+    return QColor::fromHsv(h, clampByte(s + ds), clampByte(v + dv), clampByte(trans)).toRgb();
 }
 
 QColor KColorItem::color(const QColor& baseColor)

@@ -89,7 +89,7 @@ QColor KDrawHelpFunc::getColorByDsDv(int ds, int dv)
     base.getHsv(&h, &s, &v, &a);
     // No clamp here, unlike the theme's relative colours: out-of-range values give an
     // invalid colour, which callers treat as "no colour".
-    return QColor::fromHsv(h, s + ds, v + dv, a);
+    return QColor::fromHsv(h, s + ds, v + dv, a).toRgb();
 }
 
 void KDrawHelpFunc::getDsDvByColor(const QColor& color, int& ds, int& dv)
