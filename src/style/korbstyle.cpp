@@ -163,7 +163,10 @@ void KORBStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         if (auto* o = qstyleoption_cast<const QStyleOptionSlider*>(option))
             drawComplexControl_KSlider(o, painter, widget);
         // The slider is the one custom control that the wrapped style also sees: the
-        // slider widgets rely on its painting of the stock parts behind their own.
+        // slider widgets rely on its painting of the stock parts behind their own. Without an
+        // option there is nothing to hand on (the stock styles would dereference it).
+        if (!option)
+            return;
         break;
     default:
         break;
@@ -276,8 +279,9 @@ void KORBStyle::_toQStyleOptionToolButton(const KStyleOptionToolButton* in, QSty
     out->type = QStyleOptionToolButton::Type;
     out->version = QStyleOptionToolButton::Version;
     const int flags = in->buttonStyle;
-    out->features = (flags & 4) ? QStyleOptionToolButton::ToolButtonFeatures(2)
-                                : QStyleOptionToolButton::ToolButtonFeatures(0);
+    // The drop-down part is the stock "menu button popup" feature.
+    out->features = (flags & 4) ? QStyleOptionToolButton::ToolButtonFeatures(QStyleOptionToolButton::MenuButtonPopup)
+                                : QStyleOptionToolButton::ToolButtonFeatures(QStyleOptionToolButton::None);
     out->arrowType = Qt::NoArrow;
     if (!(flags & 2) && !in->icon.isNull())
         out->toolButtonStyle = Qt::ToolButtonIconOnly;
