@@ -8,6 +8,9 @@
 #include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QToolButton>
+
+#include <memory>
+#include <vector>
 #include <QTreeView>
 
 #include <kapptheme.h>
@@ -77,10 +80,15 @@ QImage blank()
     return image;
 }
 
+// The options have no virtual destructor: each is kept (and freed) as its own type.
+std::vector<std::shared_ptr<QStyleOption>> g_options;
+
 template <typename Option>
 QStyleOption* make()
 {
-    auto* o = new Option;
+    auto owned = std::make_shared<Option>();
+    g_options.push_back(owned);
+    Option* o = owned.get();
     o->rect = QRect(0, 0, 60, 30);
     o->state = QStyle::State_Enabled;
     return o;
@@ -94,6 +102,7 @@ class tst_KORBStyle : public QObject
 
 private Q_SLOTS:
     void init();
+    void cleanupTestCase() { g_options.clear(); }
     void complexDispatch_data();
     void complexDispatch();
     void controlDispatch_data();
@@ -147,13 +156,13 @@ void tst_KORBStyle::complexDispatch()
     QFETCH(int, number);
     QFETCH(QString, operation);
     QFETCH(void*, option);
-    QScopedPointer<QStyleOptionComplex> opt(static_cast<QStyleOptionComplex*>(static_cast<QStyleOption*>(option)));
+    auto* opt = static_cast<QStyleOptionComplex*>(static_cast<QStyleOption*>(option));
     RecordingStyle style(QStyleFactory::create("Fusion"));
     QImage image = blank();
     QPainter painter(&image);
-    style.drawComplexControl(QStyle::ComplexControl(uint(QStyle::CC_CustomBase) + number), opt.data(), &painter);
+    style.drawComplexControl(QStyle::ComplexControl(uint(QStyle::CC_CustomBase) + number), opt, &painter);
     QCOMPARE(g_calls, QStringList{operation});
-    QCOMPARE(style.lastOption, static_cast<const QStyleOption*>(opt.data()));
+    QCOMPARE(style.lastOption, static_cast<const QStyleOption*>(opt));
 }
 
 void tst_KORBStyle::controlDispatch_data()
@@ -177,11 +186,11 @@ void tst_KORBStyle::controlDispatch()
     QFETCH(int, number);
     QFETCH(QString, operation);
     QFETCH(void*, option);
-    QScopedPointer<QStyleOption> opt(static_cast<QStyleOption*>(option));
+    auto* opt = static_cast<QStyleOption*>(option);
     RecordingStyle style(QStyleFactory::create("Fusion"));
     QImage image = blank();
     QPainter painter(&image);
-    style.drawControl(QStyle::ControlElement(uint(QStyle::CE_CustomBase) + number), opt.data(), &painter);
+    style.drawControl(QStyle::ControlElement(uint(QStyle::CE_CustomBase) + number), opt, &painter);
     QCOMPARE(g_calls, operation.isEmpty() ? QStringList() : QStringList{operation});
 }
 
@@ -313,7 +322,6 @@ void tst_KORBStyle::fallbacksPaint()
                                      entry.second, &painter);
         }
         QVERIFY2(image != blank(), qPrintable(QString::number(entry.first)));
-        delete entry.second;
     }
 }
 
