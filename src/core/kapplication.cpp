@@ -11,8 +11,12 @@
 #include <QVariant>
 
 #include <kappattributeparser.h>
-#include <kcommands.h>
 #include <kappidlesvr.h>
+#include <kapplibraries.h>
+#include <kappresourceloader.h>
+#include <kapptheme.h>
+#include <kcommands.h>
+#include <kdrawhelpfunc.h>
 #include <kprocessupdatesvr.h>
 #include "kmainwindow.h"
 
@@ -118,8 +122,10 @@ KApplication::KApplication(int& argc, char** argv)
     loadPrivateFonts();
     QCoreApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings, true);
     QCoreApplication::setAttribute(Qt::AA_DontShowIconsInMenus, false);
+    m_theme = new KAppTheme(this); // creates the icon loader
     installEventFilter(new KModalWatcher(this));
     m_commands = new KCommands(this, this, nullptr);
+    m_libraries = new KAppLibraries;
     m_attrParser = new KAppAttributeParser(this);
     m_idleSvr = new KAppIdleSvr(this);
     m_processUpdateSvr = new KProcessUpdateSvr;
@@ -130,6 +136,11 @@ KApplication::~KApplication()
 {
     delete m_commands;
     m_commands = nullptr;
+    delete m_theme;
+    m_theme = nullptr;
+    // The library table goes after the services whose objects may come from its libraries.
+    delete m_libraries;
+    m_libraries = nullptr;
     delete m_processUpdateSvr;
     m_processUpdateSvr = nullptr;
 }
@@ -243,12 +254,16 @@ bool KApplication::onSetupMainXml(const KDomDocument& doc)
     // attributes, theme, tips.
     if (!m_attrParser->setupMainXml(doc))
         return false;
+    if (!m_theme->setupMainXml(doc))
+        return false;
     return true;
 }
 
 bool KApplication::onXmlSetuped(const KDomDocument& doc)
 {
     // The libraries of a document are loaded before its commands are parsed.
+    if (!m_libraries->setupXml(doc))
+        return false;
     if (!m_commands->setupXml(doc.documentElement().firstChildElement(QStringLiteral("commands")), false))
         return false;
     Q_EMIT xmlSetuped(doc);
@@ -259,6 +274,8 @@ void KApplication::resetXml()
 {
     m_commands->resetXML();
     m_attrParser->resetXml();
+    m_theme->resetXml();
+    m_libraries->resetXml();
     m_doms.clear();
     Q_EMIT xmlReseted();
 }
@@ -441,4 +458,43 @@ void KApplication::setOtherModalessDlgVisible(bool visible, QWidget* modalWidget
 void KApplication::addThemeChangeWidget(QWidget* w)
 {
     m_themeChangeWidgets.append(w);
+}
+
+void KApplication::setThemeBaseColor(const QColor& color, bool save)
+{
+    m_theme->setBaseColor(color, save);
+    const QColor window = KDrawHelpFunc::getColorFromTheme(QStringLiteral("common"), QStringLiteral("window"));
+    if (window.isValid()) {
+        QPalette palette = QApplication::palette();
+        palette.setColor(QPalette::Window, window);
+        QApplication::setPalette(palette);
+    }
+    // Synchronous, in registration order: these widgets keep colours of their own and must
+    // have them refreshed before the repaint below.
+    KThemeChangeEvent event;
+    const QList<QPointer<QWidget>> widgets = m_themeChangeWidgets;
+    for (const QPointer<QWidget>& w : widgets) {
+        if (w)
+            QCoreApplication::sendEvent(w, &event);
+    }
+    if (QWidget* mainWindow = currentMainWindow()) {
+        QEvent update(QEvent::UpdateRequest);
+        QCoreApplication::sendEvent(mainWindow, &update);
+        mainWindow->update();
+    }
+}
+
+bool KApplication::setupTranslator()
+{
+    return m_translators.setup();
+}
+
+QIcon KApplication::loadIcon(const QString& name)
+{
+    return m_theme->resLoader()->loadIcon(name);
+}
+
+QString KApplication::iconName(const QIcon& icon)
+{
+    return m_theme->resLoader()->iconName(icon);
 }

@@ -8,6 +8,7 @@
 #include <QWidget>
 #include <QString>
 
+#include <kapptranslators.h>
 #include <kdomdocument.h>
 #include <norvikofficeui_export.h>
 
@@ -16,6 +17,8 @@ class KCommands;
 class KMainWindow;
 class KAppIdleSvr;
 class KProcessUpdateSvr;
+class KAppTheme;
+class KAppLibraries;
 
 /**
  * The root object of every program built on the framework. A host creates exactly one,
@@ -57,6 +60,15 @@ public:
     KAppAttributeParser* attrParser() const { return m_attrParser; }
     KAppIdleSvr* idleSvr() const { return m_idleSvr; }
     KProcessUpdateSvr* processUpdateSvr() const { return m_processUpdateSvr; }
+    KAppTheme* theme() const { return m_theme; }
+    KAppLibraries* libraries() const { return m_libraries; }
+    KAppTranslators* translator() { return &m_translators; }
+    /// Installs the translators of currentLanguage(); call it before setupXml().
+    bool setupTranslator();
+    /// The icon of that name from the theme's icon folders; loaded on first paint.
+    QIcon loadIcon(const QString& name);
+    /// The name under which loadIcon() handed out the icon, or an empty text.
+    QString iconName(const QIcon& icon);
 
     // --- names and flags the host keeps here ---
     QString getUiName() const { return m_uiName; }
@@ -104,6 +116,12 @@ public:
 
     virtual void focusInCurrentView();
 
+    /**
+     * Re-tints the interface: the theme's base colour (saved in the settings when save is
+     * true), the palette's Window colour, a KThemeChangeEvent to each registered widget, and
+     * an update of the current main window.
+     */
+    void setThemeBaseColor(const QColor& color, bool save);
     /// Registers a widget that keeps colours of its own; it receives the theme-change event.
     void addThemeChangeWidget(QWidget* w);
 
@@ -128,7 +146,10 @@ private:
     void _removeFromFreeOrStack(QList<QPointer<QWidget>>& list, QWidget* w);
 
     QList<KDomDocument> m_doms;
+    KAppTheme* m_theme = nullptr;
     KCommands* m_commands = nullptr;
+    KAppLibraries* m_libraries = nullptr;
+    KAppTranslators m_translators;
     KAppAttributeParser* m_attrParser = nullptr;
     KAppIdleSvr* m_idleSvr = nullptr;                 // owned through the parent relation
     KProcessUpdateSvr* m_processUpdateSvr = nullptr;  // owned

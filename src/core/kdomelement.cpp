@@ -8,6 +8,7 @@
 #include <QStyle>
 
 #include "kapplication.h"
+#include <korbstyle.h>
 
 KDomElement::KDomElement()
 {
@@ -207,11 +208,7 @@ QString KDomElement::getStyleName() const
 {
     if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
         return QString();
-    QStyle* style = QApplication::style();
     // Only the framework's own styles answer the "kstyle" key; any other style reads empty.
-    if (!style || !style->inherits("KORBStyle"))
-        return QString();
-    QString name;
-    QMetaObject::invokeMethod(style, "styleName", Qt::DirectConnection, Q_RETURN_ARG(QString, name));
-    return name;
+    auto* style = qobject_cast<KORBStyle*>(QApplication::style());
+    return style ? style->styleName() : QString();
 }

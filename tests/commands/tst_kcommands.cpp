@@ -90,6 +90,8 @@ bool tst_KCommands::parse(KCommands& commands, const QByteArray& body, bool filt
 void tst_KCommands::initTestCase()
 {
     QVERIFY(m_dir.isValid());
+    // A main description needs a theme besides its attributes.
+    KTestSupport::writeFile(m_dir.filePath("theme.xml"), "<t><style name=\"2013\"/><theme/></t>");
     const QString path = KTestSupport::writeFile(m_dir.filePath("attributes.xml"), R"(<r><attributes>
 <attribute name="aid" type="int"/>
 <attribute name="forceenabled" type="bool"/>
@@ -434,6 +436,7 @@ void tst_KCommands::resetCommandXML()
 {
     const QString main = KTestSupport::writeFile(m_dir.filePath("resetcmd.xml"), R"(<ui>
 <attributes path="attributes.xml"/>
+<theme path="theme.xml"/>
 <commands><KTriggerCommand id="appCmd" text="App"/></commands>
 <mainwindow><commands>
   <KTriggerCommand id="winCmd" text="Win" aid="7"/>
@@ -480,6 +483,7 @@ void tst_KCommands::applicationSetup()
     KApplication* app = KApplication::instance();
     const QString good = KTestSupport::writeFile(m_dir.filePath("good.xml"), R"(<ui>
 <attributes path="attributes.xml"/>
+<theme path="theme.xml"/>
 <import path="sub.xml"/>
 <commands><KTriggerCommand id="mainCmd" aid="3"/></commands>
 </ui>)");

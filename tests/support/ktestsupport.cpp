@@ -53,7 +53,9 @@ QString KTestSupport::writeFile(const QString& path, const QByteArray& text)
 QByteArray KTestSupport::writeServiceFiles(const QString& dir)
 {
     writeFile(dir + QStringLiteral("/test-attributes.xml"), "<r><attributes/></r>");
-    return "<attributes path='test-attributes.xml'/>";
+    // A theme without classes; "2013" installs a known style, so it warns nothing.
+    writeFile(dir + QStringLiteral("/test-theme.xml"), "<t><style name='2013'/><theme/></t>");
+    return "<attributes path='test-attributes.xml'/><theme path='test-theme.xml'/>";
 }
 
 QString KTestSupport::writeMainXml(const QString& dir, const QString& fileName, const QByteArray& body)

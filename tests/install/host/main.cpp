@@ -13,16 +13,24 @@ int main(int argc, char** argv)
     QTemporaryDir dir;
     const QString path = dir.filePath("ui.xml");
     QFile attributes(dir.filePath("attributes.xml"));
+    QFile theme(dir.filePath("theme.xml"));
     QFile f(path);
-    if (!f.open(QIODevice::WriteOnly) || !attributes.open(QIODevice::WriteOnly))
+    if (!f.open(QIODevice::WriteOnly) || !attributes.open(QIODevice::WriteOnly)
+        || !theme.open(QIODevice::WriteOnly))
         return 2;
     attributes.write("<r><attributes/></r>");
     attributes.close();
-    f.write("<ui><attributes path='attributes.xml'/>"
+    theme.write("<t><style name='2013'/><theme><style class='common'>"
+                "<color name='window' ds='0' dv='0'/></style></theme></t>");
+    theme.close();
+    f.write("<ui><attributes path='attributes.xml'/><theme path='theme.xml'/>"
             "<commands><KTriggerCommand id='Save' text='Save'/></commands></ui>");
     f.close();
     if (!app.setupXml(path))
         return 3;
+    app.setThemeBaseColor(QColor("#336699"), false);
+    if (app.theme()->getColor("common", "window", QColor()) != QColor("#336699"))
+        return 5;
     KCommand* save = app.commands()->command("Save");
     if (!save || save->text() != QLatin1String("Save"))
         return 4;

@@ -1,0 +1,510 @@
+#include "korbstyle.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QFontMetrics>
+#include <QPainter>
+#include <QStyleOptionTab>
+#include <QTabBar>
+#include <QToolButton>
+#include <QTreeView>
+
+#include <kdrawhelpfunc.h>
+
+namespace {
+
+bool hasAncestor(const QWidget* widget, const char* className)
+{
+    for (const QObject* o = widget ? widget->parent() : nullptr; o; o = o->parent()) {
+        if (o->inherits(className))
+            return true;
+    }
+    return false;
+}
+
+bool wantsHover(const QWidget* widget)
+{
+    return qobject_cast<const QTabBar*>(widget) || qobject_cast<const QToolButton*>(widget)
+        || widget->inherits("KGalleryComboBox");
+}
+
+QColor themeOr(const char* className, const char* item, const QColor& fallback)
+{
+    const QColor c = KDrawHelpFunc::getColorFromTheme(QLatin1String(className), QLatin1String(item));
+    return c.isValid() ? c : fallback;
+}
+
+} // namespace
+
+KORBStyle::KORBStyle(QStyle* style)
+    : QProxyStyle(style)
+{
+}
+
+KORBStyle::~KORBStyle() = default;
+
+QString KORBStyle::styleName() const
+{
+    return QStringLiteral("base");
+}
+
+// --- polish ---
+
+void KORBStyle::polish(QWidget* widget)
+{
+    if (!widget)
+        return;
+    if (wantsHover(widget)) {
+        widget->setAttribute(Qt::WA_Hover);
+        QProxyStyle::polish(widget);
+        return;
+    }
+    if (auto* view = qobject_cast<QAbstractItemView*>(widget)) {
+        QPalette palette = view->viewport()->palette();
+        if (qobject_cast<QTreeView*>(view)
+            || (view->parent() && view->parent()->inherits("KRbFileMenu"))) {
+            palette.setColor(QPalette::Base,
+                             KDrawHelpFunc::getColorFromTheme(QStringLiteral("KDocMap"),
+                                                              QStringLiteral("background")));
+        } else {
+            palette.setColor(QPalette::Base, Qt::white);
+        }
+        palette.setBrush(QPalette::HighlightedText, QBrush(Qt::black));
+        view->setPalette(palette);
+        QProxyStyle::polish(widget);
+        return;
+    }
+    QProxyStyle::polish(widget);
+}
+
+void KORBStyle::unpolish(QWidget* widget)
+{
+    if (widget && wantsHover(widget))
+        widget->setAttribute(Qt::WA_Hover, false);
+    QProxyStyle::unpolish(widget);
+}
+
+// --- dispatch ---
+
+void KORBStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const
+{
+    if (element == KPE_MainBorder)
+        return; // drawn by the looks that have a main border; nothing in the frame
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void KORBStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const
+{
+    switch (uint(element)) {
+    case uint(KCE_SheetTabBarTab):
+        if (auto* o = qstyleoption_cast<const KSheetTabStyleOption*>(option))
+            drawControl_KSheetTabBarTab(o, painter, widget);
+        return;
+    case uint(KCE_MinimizeButton):
+        if (auto* o = qstyleoption_cast<const KStyleOptionWindowTitleButton*>(option))
+            drawControl_KMinimizeButton(o, painter, widget);
+        return;
+    case uint(KCE_RestoreMaximizeButton):
+        if (auto* o = qstyleoption_cast<const KStyleOptionRestoreMaximizeButton*>(option))
+            drawControl_KRestoreMaximizeButton(o, painter, widget);
+        return;
+    case uint(KCE_CloseButton):
+        if (auto* o = qstyleoption_cast<const KStyleOptionWindowTitleButton*>(option))
+            drawControl_KCloseButton(o, painter, widget);
+        return;
+    case uint(KCE_TabBarNewButton):
+        if (auto* o = qstyleoption_cast<const KStyleOptionTabBarNewButton*>(option))
+            drawControl_KTabBarNewButton(o, painter, widget);
+        return;
+    case uint(KCE_ZoomButton):
+        if (auto* o = qstyleoption_cast<const KStyleOptionZoomButton*>(option))
+            drawControl_KZoomButton(o, painter, widget);
+        return;
+    default:
+        break;
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+QRect KORBStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const
+{
+    return QProxyStyle::subElementRect(element, option, widget);
+}
+
+// One case of the dispatcher: the option must be of the element's type, or nothing happens.
+#define KORB_DISPATCH(number, OptionType, operation)                                         \
+    case uint(number):                                                                           \
+        if (auto* o = qstyleoption_cast<const OptionType*>(option))                           \
+            operation(o, painter, widget);                                                    \
+        return;
+
+void KORBStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                   QPainter* painter, const QWidget* widget) const
+{
+    switch (uint(control)) {
+        KORB_DISPATCH(KCC_RbTabBar, KStyleOptionRbTabBar, drawComplexControl_KRbTabBar)
+        KORB_DISPATCH(KCC_RbTabButton, KStyleOptionKRbTabButton, drawComplexControl_KRbTabButton)
+        KORB_DISPATCH(KCC_RbCategory, KStyleOptionRbCategory, drawComplexControl_KRbCategory)
+        KORB_DISPATCH(KCC_RbHScrollWidget, KStyleOptionRbHScrollWidget, drawComplexControl_KRbHScrollWidget)
+        KORB_DISPATCH(KCC_RbLogicGroup, KStyleOptionRbLogicGroup, drawComplexControl_KRbLogicGroup)
+        KORB_DISPATCH(KCC_LogicGroupButton, KStyleOptionLogicGroupButton, drawComplexControl_KLogicGroupButton)
+        KORB_DISPATCH(KCC_ToolButton, KStyleOptionToolButton, drawComplexControl_ToolButton)
+        KORB_DISPATCH(KCC_SepraratorWidget, KStyleOptionSepraratorWidget, drawComplexControl_KSepraratorWidget)
+        KORB_DISPATCH(KCC_StatusBar, KStyleOptionStatusBar, drawComplexControl_KStatusBar)
+        KORB_DISPATCH(KCC_DocTabBar, KStyleOptionDocTabBar, drawComplexControl_KDocTabBar)
+        KORB_DISPATCH(KCC_DocTab, KStyleOptionDocTab, drawComplexControl_KDocTab)
+        KORB_DISPATCH(KCC_RbLayoutWidget, KStyleOptionRbLayoutWidget, drawComplexControl_KRbLayoutWidget)
+        KORB_DISPATCH(KCC_RbSubTabBar, KStyleOptionRbSubTabBar, drawComplexControl_KRbSubTabBar)
+        KORB_DISPATCH(KCC_MainWindow, KStyleOptionMainWindow, drawComplexControl_KMainWindow)
+        KORB_DISPATCH(KCC_RbTabFileButton, KStyleOptionRbTabFileButton, drawComplexControl_KRbTabFileButton)
+    case uint(KCC_Slider):
+        if (auto* o = qstyleoption_cast<const QStyleOptionSlider*>(option))
+            drawComplexControl_KSlider(o, painter, widget);
+        // The slider is the one custom control that the wrapped style also sees: the
+        // slider widgets rely on its painting of the stock parts behind their own. Without an
+        // option there is nothing to hand on (the stock styles would dereference it).
+        if (!option)
+            return;
+        break;
+    default:
+        break;
+    }
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+#undef KORB_DISPATCH
+
+QStyle::SubControl KORBStyle::hitTestComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                                    const QPoint& pos, const QWidget* widget) const
+{
+    if (control == KCC_DocTab) {
+        auto* o = qstyleoption_cast<const KStyleOptionDocTab*>(option);
+        return o ? hitTestComplexControl_KDocTab(control, o, pos, widget) : SC_None;
+    }
+    if (control == KCC_RbTabFileButton) {
+        auto* o = qstyleoption_cast<const KStyleOptionRbTabFileButton*>(option);
+        return o ? hitTestComplexControl_KRbTabFileButton(control, o, pos, widget) : SC_None;
+    }
+    return QProxyStyle::hitTestComplexControl(control, option, pos, widget);
+}
+
+QRect KORBStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
+                                SubControl subControl, const QWidget* widget) const
+{
+    if (control == KCC_ToolButton) {
+        auto* o = qstyleoption_cast<const KStyleOptionToolButton*>(option);
+        return o ? subControlRect_ToolButton(control, o, subControl, widget) : QRect();
+    }
+    return QProxyStyle::subControlRect(control, option, subControl, widget);
+}
+
+QSize KORBStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                                  const QWidget* widget) const
+{
+    if (type == KCT_ToolButton) {
+        auto* o = qstyleoption_cast<const KStyleOptionToolButton*>(option);
+        return o ? sizeFromContents_ToolButton(type, o, size, widget) : size;
+    }
+    if (type == KCT_LogicGroupButton)
+        return sizeFromContents_KLogicGroupButton(type, option, size, widget);
+    return QProxyStyle::sizeFromContents(type, option, size, widget);
+}
+
+int KORBStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* returnData) const
+{
+    if (hint == SH_Menu_AllowActiveAndDisabled)
+        return 0;
+    return QProxyStyle::styleHint(hint, option, widget, returnData);
+}
+
+int KORBStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
+{
+    switch (metric) {
+    case PM_ButtonMargin:
+        return 4;
+    case PM_DefaultFrameWidth:
+        return qstyleoption_cast<const QStyleOptionButton*>(option) ? 1 : 2;
+    case PM_ScrollBarExtent:
+        return 16;
+    case PM_ScrollBarSliderMin: {
+        const int base = QProxyStyle::pixelMetric(metric, option, widget);
+        if (!hasAncestor(widget, "KTik"))
+            return base + 18;
+        if (option) {
+            const int available = option->rect.height() - 2 * proxy()->pixelMetric(PM_ScrollBarExtent, option, widget);
+            if (available >= 1)
+                return qMin(base, available);
+        }
+        return base;
+    }
+    case PM_TabBarTabOverlap:
+        return 1;
+    case PM_TabBarTabHSpace:
+    case PM_TabBarTabVSpace:
+        if (widget && widget->objectName() == QLatin1String("kytabbar"))
+            return 10;
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    case PM_TabBarBaseHeight:
+        return QProxyStyle::pixelMetric(PM_DefaultFrameWidth, option, widget);
+    case PM_MenuHMargin:
+    case PM_MenuVMargin:
+        return 0;
+    case PM_MenuPanelWidth:
+        return 2;
+    case PM_ToolTipLabelFrameWidth:
+        return 4;
+    default:
+        break;
+    }
+    if (metric == customMetric(2))
+        return 3;
+    if (metric == customMetric(3))
+        return 2;
+    if (metric >= customMetric(4) && metric <= customMetric(9))
+        return 0;
+    return QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+// --- the tool button ---
+
+void KORBStyle::_toQStyleOptionToolButton(const KStyleOptionToolButton* in, QStyleOptionToolButton* out)
+{
+    if (!in || !out)
+        return;
+    *out = static_cast<const QStyleOptionToolButton&>(*in);
+    // The copy carried the framework's type number; the stock style must see its own.
+    out->type = QStyleOptionToolButton::Type;
+    out->version = QStyleOptionToolButton::Version;
+    const int flags = in->buttonStyle;
+    // The drop-down part is the stock "menu button popup" feature.
+    out->features = (flags & 4) ? QStyleOptionToolButton::ToolButtonFeatures(QStyleOptionToolButton::MenuButtonPopup)
+                                : QStyleOptionToolButton::ToolButtonFeatures(QStyleOptionToolButton::None);
+    out->arrowType = Qt::NoArrow;
+    if (!(flags & 2) && !in->icon.isNull())
+        out->toolButtonStyle = Qt::ToolButtonIconOnly;
+    else
+        out->toolButtonStyle = (flags & 8) ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonTextBesideIcon;
+}
+
+void KORBStyle::drawComplexControl_ToolButton(const KStyleOptionToolButton* option, QPainter* painter,
+                                              const QWidget* widget) const
+{
+    QStyleOptionToolButton stock;
+    _toQStyleOptionToolButton(option, &stock);
+    proxy()->drawComplexControl(CC_ToolButton, &stock, painter, widget);
+}
+
+QSize KORBStyle::sizeFromContents_ToolButton(QStyle::ContentsType, const KStyleOptionToolButton* option,
+                                             const QSize& size, const QWidget* widget) const
+{
+    QStyleOptionToolButton stock;
+    _toQStyleOptionToolButton(option, &stock);
+    return proxy()->sizeFromContents(CT_ToolButton, &stock, size, widget);
+}
+
+QRect KORBStyle::subControlRect_ToolButton(QStyle::ComplexControl, const KStyleOptionToolButton* option,
+                                           QStyle::SubControl subControl, const QWidget* widget) const
+{
+    QStyleOptionToolButton stock;
+    _toQStyleOptionToolButton(option, &stock);
+    const SubControl part = subControl == KSC_ToolButtonMenu ? SC_ToolButtonMenu : SC_ToolButton;
+    return proxy()->subControlRect(CC_ToolButton, &stock, part, widget);
+}
+
+// --- fallbacks of the plain frame ---
+
+void KORBStyle::drawComplexControl_KRbTabBar(const KStyleOptionRbTabBar* option, QPainter* painter,
+                                             const QWidget*) const
+{
+    painter->save();
+    QFont font = painter->font();
+    font.setBold(true);
+    painter->setFont(font);
+    const QFontMetrics metrics(font);
+    const QString text = metrics.elidedText(option->title, Qt::ElideRight, option->rect.width());
+    painter->setPen(themeOr("KRbTabBar", "text", option->palette.color(QPalette::WindowText)));
+    painter->drawText(option->rect, Qt::AlignCenter, text);
+    painter->restore();
+}
+
+void KORBStyle::drawComplexControl_KRbTabButton(const KStyleOptionKRbTabButton* option, QPainter* painter,
+                                                const QWidget* widget) const
+{
+    QStyleOptionTab tab;
+    static_cast<QStyleOption&>(tab) = static_cast<const QStyleOption&>(*option);
+    tab.type = QStyleOptionTab::Type;
+    tab.version = QStyleOptionTab::Version;
+    tab.text = option->text;
+    tab.shape = QTabBar::RoundedNorth;
+    tab.position = QStyleOptionTab::Middle;
+    proxy()->drawControl(CE_TabBarTab, &tab, painter, widget);
+}
+
+void KORBStyle::drawComplexControl_KRbCategory(const KStyleOptionRbCategory* option, QPainter* painter,
+                                               const QWidget* widget) const
+{
+    proxy()->drawPrimitive(PE_FrameTabWidget, option, painter, widget);
+}
+
+void KORBStyle::drawComplexControl_KRbHScrollWidget(const KStyleOptionRbHScrollWidget* option,
+                                                    QPainter* painter, const QWidget* widget) const
+{
+    proxy()->drawPrimitive(PE_Frame, option, painter, widget);
+    PrimitiveElement arrow = PE_IndicatorArrowRight;
+    switch (option->arrowType) {
+    case Qt::LeftArrow:
+        arrow = PE_IndicatorArrowLeft;
+        break;
+    case Qt::UpArrow:
+        arrow = PE_IndicatorArrowUp;
+        break;
+    case Qt::DownArrow:
+        arrow = PE_IndicatorArrowDown;
+        break;
+    default:
+        break;
+    }
+    proxy()->drawPrimitive(arrow, option, painter, widget);
+}
+
+void KORBStyle::drawComplexControl_KRbLogicGroup(const KStyleOptionRbLogicGroup* option, QPainter* painter,
+                                                 const QWidget* widget) const
+{
+    proxy()->drawPrimitive(PE_FrameWindow, option, painter, widget);
+}
+
+void KORBStyle::drawComplexControl_KLogicGroupButton(const KStyleOptionLogicGroupButton* option,
+                                                     QPainter* painter, const QWidget* widget) const
+{
+    proxy()->drawPrimitive(PE_Frame, option, painter, widget);
+    proxy()->drawPrimitive(PE_IndicatorArrowDown, option, painter, widget);
+}
+
+QSize KORBStyle::sizeFromContents_KLogicGroupButton(QStyle::ContentsType, const QStyleOption*,
+                                                    const QSize& size, const QWidget*) const
+{
+    return size;
+}
+
+void KORBStyle::drawComplexControl_KSepraratorWidget(const KStyleOptionSepraratorWidget* option,
+                                                     QPainter* painter, const QWidget* widget) const
+{
+    QStyleOption stock = *option;
+    stock.type = QStyleOption::SO_Default;
+    stock.version = QStyleOption::Version;
+    if (option->orientation == Qt::Horizontal)
+        stock.state |= State_Horizontal;
+    else
+        stock.state &= ~State_Horizontal;
+    proxy()->drawPrimitive(PE_IndicatorToolBarSeparator, &stock, painter, widget);
+}
+
+void KORBStyle::drawComplexControl_KStatusBar(const KStyleOptionStatusBar* option, QPainter* painter,
+                                              const QWidget* widget) const
+{
+    proxy()->drawPrimitive(PE_PanelStatusBar, option, painter, widget);
+}
+
+void KORBStyle::drawComplexControl_KDocTabBar(const KStyleOptionDocTabBar* option, QPainter* painter,
+                                              const QWidget* widget) const
+{
+    proxy()->drawPrimitive(PE_FrameWindow, option, painter, widget);
+}
+
+QRect KORBStyle::_docTabCloseRect(const QRect& tabRect)
+{
+    const int side = qMin(16, tabRect.height());
+    return QRect(tabRect.right() - 4 - side + 1, tabRect.top() + (tabRect.height() - side) / 2, side, side);
+}
+
+void KORBStyle::drawComplexControl_KDocTab(const KStyleOptionDocTab* option, QPainter* painter,
+                                           const QWidget* widget) const
+{
+    proxy()->drawPrimitive(PE_Frame, option, painter, widget);
+    const QRect close = _docTabCloseRect(option->rect);
+    QRect content = option->rect.adjusted(4, 0, 0, 0);
+    content.setRight(close.left() - 2);
+    if (!option->icon.isNull()) {
+        const QRect iconRect(content.left(), content.top() + (content.height() - 16) / 2, 16, 16);
+        option->icon.paint(painter, iconRect);
+        content.setLeft(iconRect.right() + 4);
+    }
+    const QColor textColor = option->palette.color(QPalette::WindowText);
+    const QString text = KDrawHelpFunc::getDrawString(option->text, option->fontMetrics, content, QString());
+    KDrawHelpFunc::drawColorText(*painter, textColor, content, Qt::AlignLeft | Qt::AlignVCenter, text);
+    KDrawHelpFunc::drawColorText(*painter, textColor, close, Qt::AlignCenter, QStringLiteral("c"));
+}
+
+QStyle::SubControl KORBStyle::hitTestComplexControl_KDocTab(QStyle::ComplexControl, const KStyleOptionDocTab* option,
+                                                            const QPoint& pos, const QWidget*) const
+{
+    if (_docTabCloseRect(option->rect).contains(pos))
+        return KSC_DocTabClose;
+    return option->rect.contains(pos) ? SubControl(uint(SC_CustomBase) + 1) : SC_None;
+}
+
+QStyle::SubControl KORBStyle::hitTestComplexControl_KRbTabFileButton(QStyle::ComplexControl,
+                                                                     const KStyleOptionRbTabFileButton* option,
+                                                                     const QPoint& pos, const QWidget*) const
+{
+    // The plain frame draws no arrow part: the whole button is its button part.
+    return option->rect.contains(pos) ? SubControl(uint(SC_CustomBase) + 1) : SC_None;
+}
+
+void KORBStyle::drawComplexControl_KRbLayoutWidget(const KStyleOptionRbLayoutWidget*, QPainter*,
+                                                   const QWidget*) const
+{
+}
+
+void KORBStyle::drawComplexControl_KRbSubTabBar(const KStyleOptionRbSubTabBar*, QPainter*, const QWidget*) const
+{
+}
+
+void KORBStyle::drawComplexControl_KMainWindow(const KStyleOptionMainWindow* option, QPainter* painter,
+                                               const QWidget*) const
+{
+    const QRect inner = option->rect.adjusted(option->leftMargin, option->topMargin,
+                                              -option->rightMargin, -option->bottomMargin);
+    painter->save();
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(themeOr("common", "window", option->palette.color(QPalette::Window)));
+    painter->drawRect(inner);
+    painter->restore();
+}
+
+void KORBStyle::drawControl_KSheetTabBarTab(const KSheetTabStyleOption*, QPainter*, const QWidget*) const
+{
+}
+
+void KORBStyle::drawComplexControl_KRbTabFileButton(const KStyleOptionRbTabFileButton*, QPainter*,
+                                                    const QWidget*) const
+{
+}
+
+void KORBStyle::drawControl_KCloseButton(const KStyleOptionWindowTitleButton*, QPainter*, const QWidget*) const
+{
+}
+
+void KORBStyle::drawControl_KRestoreMaximizeButton(const KStyleOptionRestoreMaximizeButton*, QPainter*,
+                                                   const QWidget*) const
+{
+}
+
+void KORBStyle::drawControl_KMinimizeButton(const KStyleOptionWindowTitleButton*, QPainter*, const QWidget*) const
+{
+}
+
+void KORBStyle::drawControl_KTabBarNewButton(const KStyleOptionTabBarNewButton*, QPainter*, const QWidget*) const
+{
+}
+
+void KORBStyle::drawComplexControl_KSlider(const QStyleOptionSlider*, QPainter*, const QWidget*) const
+{
+}
+
+void KORBStyle::drawControl_KZoomButton(const KStyleOptionZoomButton*, QPainter*, const QWidget*) const
+{
+}

@@ -1,0 +1,26 @@
+#ifndef KORBSTYLE_2013_H
+#define KORBSTYLE_2013_H
+
+#include <korbstyle.h>
+
+/**
+ * The 2013 (flat) look. It reports the generation 2013 through the custom hint
+ * SH_CustomBase + 4 and its own custom metrics; its drawing is the frame's until the look
+ * itself is written.
+ */
+class NORVIKOFFICEUI_EXPORT KORBStyle_2013 : public KORBStyle
+{
+    Q_OBJECT
+public:
+    explicit KORBStyle_2013(QStyle* style = nullptr);
+
+    QString styleName() const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption* option = nullptr,
+                    const QWidget* widget = nullptr) const override;
+    int styleHint(StyleHint hint, const QStyleOption* option = nullptr, const QWidget* widget = nullptr,
+                  QStyleHintReturn* returnData = nullptr) const override;
+    QSize sizeFromContents_KLogicGroupButton(QStyle::ContentsType type, const QStyleOption* option,
+                                             const QSize& size, const QWidget* widget) const override;
+};
+
+#endif // KORBSTYLE_2013_H
