@@ -3,6 +3,10 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
+
+#include <kapplication.h>
+#include <kappresourceloader.h>
+#include <kapptheme.h>
 #include <QFileInfo>
 #include <QMetaType>
 
@@ -59,17 +63,12 @@ KCommand* KAppAttributeParser::parseCommand(KCommands* commands, const QString& 
 
 QIcon KAppAttributeParser::parseIcon(const QString& text)
 {
-    // The theme's resource loader is where icon names are resolved (theme folders, icon
-    // engines); it hooks in here as theme()->resLoader()->loadIcon(text) once the theme
-    // service is part of the application. Until then a name is read as a file (relative
-    // paths count from the program's directory) or, failing that, as a freedesktop icon
-    // name, so that descriptions with icons still show something.
-    if (text.isEmpty())
+    // Icon names resolve through the theme's resource loader, lazily: nothing is read until
+    // the icon is first painted or measured.
+    KApplication* app = KApplication::instance();
+    if (!app || !app->theme() || !app->theme()->resLoader())
         return QIcon();
-    const QFileInfo file(QDir(QCoreApplication::applicationDirPath()), text);
-    if (file.exists())
-        return QIcon(file.absoluteFilePath());
-    return QIcon::fromTheme(text);
+    return app->theme()->resLoader()->loadIcon(text);
 }
 
 QVariant KAppAttributeParser::parseColor(const QString& text)
