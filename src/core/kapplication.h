@@ -92,7 +92,11 @@ public:
     void removeFreeMainWindow(QWidget* w);
     void keepMainWindowStackTopVaild();
     QWidget* currentMainWindow();
+    /// The live windows of the stack, from the top; an entry that is no KMainWindow is null.
+    void getMainWindows(QList<KMainWindow*>& windows);
     virtual void cleanUpMainWindow();
+    /// The main window obj stands in, walking up its parents; null when there is none.
+    virtual KMainWindow* findRelativeMainWindow(QObject* obj);
 
     /// Hides (false) or shows again (true) the modeless dialogs of the current main window
     /// around the modal widget.
