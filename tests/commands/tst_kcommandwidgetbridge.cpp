@@ -550,11 +550,16 @@ void tst_KCommandWidgetBridge::wrapActionFollowsCommand()
     KCommandWrapAction action(&cmd, nullptr);
     QVERIFY(!action.isEnabled());
     QVERIFY(!action.isVisible());
+    cmd.setVisible(true);
+    QVERIFY(action.isVisible());
+    QVERIFY(!action.isEnabled());
     cmd.setEnabled(true);
     QVERIFY(action.isEnabled());
+    cmd.setVisible(false); // a hidden action also counts as disabled in Qt
     QVERIFY(!action.isVisible());
     cmd.setVisible(true);
     QVERIFY(action.isVisible());
+    QVERIFY(action.isEnabled());
 
     QToolBar bar;
     bar.addAction(&action);
