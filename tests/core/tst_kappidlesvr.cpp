@@ -1,0 +1,529 @@
+#include <ktestsupport.h>
+
+#include <QMouseEvent>
+#include <QtTest/qtestspontaneevent.h>
+#include <memory>
+
+#include <kappidlesvr.h>
+#include <kprocessupdatesvr.h>
+
+#include "kidletesthelper.h"
+
+namespace {
+
+// A mouse move as the window system delivers it (spontaneous), at a global position.
+void sendSpontaneousMove(QWidget* w, const QPoint& global)
+{
+    QMouseEvent move(QEvent::MouseMove, QPointF(w->mapFromGlobal(global)), QPointF(global),
+                     Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    // sendEvent() would clear the flag; QtTest delivers its spontaneous events the same way.
+    QSpontaneKeyEvent::setSpontaneous(&move);
+    QCoreApplication::instance()->notify(w, &move);
+}
+
+class UpdateReceiver : public QObject
+{
+public:
+    int updates = 0;
+    std::function<void()> hook;
+
+protected:
+    bool event(QEvent* e) override
+    {
+        if (e->type() == KEvent::eventType(KEvent::ProcessUpdate)) {
+            ++updates;
+            if (hook)
+                hook();
+            return true;
+        }
+        return QObject::event(e);
+    }
+};
+
+} // namespace
+
+class tst_KAppIdleSvr : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void roundRobinAndReRegistration();
+    void passesAcrossRounds();
+    void handlerChangesQueues();
+    void deadAndUnregisteredObjects();
+    void visibility();
+    void delayedPlanForMotion();
+    void delayPlanThreshold();
+    void pendingEventsStopTheLoop();
+    void startSliceThenPolls();
+    void timerPath();
+    void roundRunsOnceAfterUserAction();
+    void processUpdate();
+    void applicationWiring();
+};
+
+void tst_KAppIdleSvr::roundRobinAndReRegistration()
+{
+    KAppIdleSvr svr(nullptr);
+    QStringList order;
+    IdleObject a("a"), b("b"), c("c");
+    for (IdleObject* o : {&a, &b, &c}) {
+        o->log.order = &order;
+        svr.registerItem(o, false);
+    }
+    QCOMPARE(svr.waitingCount(), 3);
+    QCOMPARE(drainIdle(svr), 3);
+    QCOMPARE(order, QStringList({"a", "b", "c"}));
+    QCOMPARE(svr.doneCount(), 3);
+
+    // Nothing is due until a restart.
+    svr.doIdle();
+    QCOMPARE(order.size(), 3);
+
+    // Registering again moves an object to the tail of the due queue.
+    order.clear();
+    svr.resetIdle(nullptr);
+    svr.registerItem(&a, false);
+    drainIdle(svr);
+    QCOMPARE(order, QStringList({"b", "c", "a"}));
+    QVERIFY(svr.isRegistered(&a));
+
+    svr.registerItem(nullptr, true); // ignored
+    QCOMPARE(svr.doneCount(), 3);
+}
+
+void tst_KAppIdleSvr::passesAcrossRounds()
+{
+    KAppIdleSvr svr(nullptr);
+    QStringList order;
+    IdleObject a("a"), b("b");
+    a.log.order = b.log.order = &order;
+    a.log.wantMore = 3;
+    svr.registerItem(&a, false);
+    svr.registerItem(&b, false);
+
+    drainIdle(svr);
+    // A receiver that wants more goes to the back of the queue each time.
+    QCOMPARE(order, QStringList({"a", "b", "a", "a", "a"}));
+    QCOMPARE(a.log.passes, QList<int>({0, 1, 2, 3}));
+    QCOMPARE(b.log.passes, QList<int>({0}));
+    QCOMPARE(svr.maxPass(), 3);
+    QCOMPARE(svr.generation(), 0);
+
+    // The restart folds the round's passes into the generation: stale passes count from 0.
+    svr.resetIdle(nullptr);
+    QCOMPARE(svr.generation(), 3);
+    QCOMPARE(svr.maxPass(), 0);
+    a.log.passes.clear();
+    b.log.passes.clear();
+    a.log.wantMore = 1;
+    drainIdle(svr);
+    QCOMPARE(a.log.passes, QList<int>({0, 1}));
+    QCOMPARE(b.log.passes, QList<int>({0}));
+    svr.resetIdle(nullptr);
+    QCOMPARE(svr.generation(), 4);
+
+    // Re-registered in the middle of its passes, an object starts again at pass 0.
+    a.log.passes.clear();
+    a.log.wantMore = 5;
+    svr.doIdle(); // a: pass 0, wants more
+    svr.doIdle(); // b
+    svr.doIdle(); // a: pass 1, wants more
+    svr.registerItem(&a, false);
+    a.log.wantMore = 0;
+    drainIdle(svr);
+    QCOMPARE(a.log.passes, QList<int>({0, 1, 0}));
+}
+
+void tst_KAppIdleSvr::handlerChangesQueues()
+{
+    KAppIdleSvr svr(nullptr);
+    QStringList order;
+    IdleObject a("a"), b("b"), c("c"), late("late");
+    for (IdleObject* o : {&a, &b, &c, &late})
+        o->log.order = &order;
+    svr.registerItem(&a, false);
+    svr.registerItem(&b, false);
+    svr.registerItem(&c, false);
+
+    // a unregisters itself and registers another; b asks for more but re-registers itself,
+    // which wins (pass 0 at the tail, no extra pass); c restarts the round.
+    a.log.hook = [&] {
+        svr.unregisterItem(&a);
+        svr.registerItem(&late, false);
+    };
+    b.log.wantMore = 1;
+    b.log.hook = [&] {
+        if (b.log.passes.size() == 1)
+            svr.registerItem(&b, false);
+    };
+    c.log.hook = [&] { svr.resetIdle(nullptr); };
+    drainIdle(svr);
+    QCOMPARE(order, QStringList({"a", "b", "c", "late", "b"}));
+    QCOMPARE(b.log.passes, QList<int>({0, 0}));
+    QVERIFY(!svr.isRegistered(&a));
+    QCOMPARE(svr.doneCount(), 3); // c, late, b
+
+    order.clear();
+    svr.resetIdle(nullptr);
+    drainIdle(svr);
+    QCOMPARE(order.size(), 3);
+    QVERIFY(!order.contains("a"));
+}
+
+void tst_KAppIdleSvr::deadAndUnregisteredObjects()
+{
+    KAppIdleSvr svr(nullptr);
+    QStringList order;
+    auto* gone = new IdleObject("gone");
+    IdleObject kept("kept");
+    gone->log.order = kept.log.order = &order;
+    svr.registerItem(gone, false);
+    svr.registerItem(&kept, false);
+    delete gone;
+    QCOMPARE(drainIdle(svr), 2); // the dead item costs one quiet step
+    QCOMPARE(order, QStringList({"kept"}));
+    QCOMPARE(svr.doneCount(), 1);
+
+    // An object unregistered while in the done queue is gone after the next restart.
+    svr.unregisterItem(&kept);
+    svr.unregisterItem(&kept); // twice is harmless
+    svr.resetIdle(nullptr);
+    drainIdle(svr);
+    QCOMPARE(order, QStringList({"kept"}));
+    QCOMPARE(svr.doneCount(), 0);
+
+    // A new object at a recycled address is a new registration.
+    for (int i = 0; i < 20; ++i) {
+        auto* o = new IdleObject(QStringLiteral("o%1").arg(i));
+        svr.registerItem(o, false);
+        delete o;
+    }
+    auto* fresh = new IdleObject("fresh");
+    fresh->log.order = &order;
+    svr.registerItem(fresh, false);
+    drainIdle(svr);
+    QCOMPARE(order, QStringList({"kept", "fresh"}));
+    QCOMPARE(svr.doneCount(), 1);
+    delete fresh;
+}
+
+void tst_KAppIdleSvr::visibility()
+{
+    KAppIdleSvr svr(nullptr);
+    QWidget shownWindow, hiddenWindow;
+    auto* inShown = new IdleWidget("inShown", &shownWindow);
+    auto* hiddenInShown = new IdleWidget("hiddenInShown", &shownWindow);
+    hiddenInShown->hide();
+    auto* inHidden = new IdleWidget("inHidden", &hiddenWindow);
+    IdleWidget topLevelHidden("topLevelHidden");
+    auto* objectInShown = new IdleObject("objectInShown", inShown);
+    auto* objectInHidden = new IdleObject("objectInHidden", inHidden);
+    IdleObject orphan("orphan");
+    IdleObject orphanAnyway("orphanAnyway");
+    shownWindow.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&shownWindow));
+
+    QStringList order;
+    for (IdleWidget* w : {inShown, hiddenInShown, inHidden, &topLevelHidden}) {
+        w->log.order = &order;
+        svr.registerItem(w, true);
+    }
+    for (IdleObject* o : {objectInShown, objectInHidden, &orphan}) {
+        o->log.order = &order;
+        svr.registerItem(o, true);
+    }
+    orphanAnyway.log.order = &order;
+    svr.registerItem(&orphanAnyway, false);
+
+    drainIdle(svr);
+    // The parent decides for a child, a window always gets its event, a plain object looks
+    // for its nearest widget, and an object that is not visible-only is always asked.
+    QCOMPARE(order, QStringList({"inShown", "hiddenInShown", "topLevelHidden", "objectInShown",
+                                 "orphanAnyway"}));
+    QCOMPARE(svr.doneCount(), 8); // the skipped ones are through with this round too
+
+    // Once its parent shows, the skipped widget gets its event in the next round.
+    order.clear();
+    hiddenWindow.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&hiddenWindow));
+    svr.resetIdle(nullptr);
+    drainIdle(svr);
+    QVERIFY(order.contains("inHidden"));
+    QVERIFY(order.contains("objectInHidden"));
+    QVERIFY(!order.contains("orphan"));
+}
+
+void tst_KAppIdleSvr::delayedPlanForMotion()
+{
+    KAppIdleSvr svr(nullptr);
+    IdleWidget window("window");
+    window.resize(200, 200);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    svr.registerItem(&window, true);
+    svr.resetIdle(nullptr);
+    drainIdle(svr);
+    QCOMPARE(svr.doneCount(), 1);
+
+    // A motion right after a restart is put off: the restart comes by the delay timer.
+    QElapsedTimer clock;
+    clock.start();
+    sendSpontaneousMove(&window, window.mapToGlobal(QPoint(10, 10)));
+    QVERIFY(svr.isRestartPending());
+    QCOMPARE(svr.waitingCount(), 0);
+    svr.start();
+    QVERIFY(runLoopUntil([&] { return window.log.passes.size() == 2; }));
+    svr.stop();
+    QVERIFY2(clock.elapsed() >= 10, qPrintable(QString::number(clock.elapsed())));
+    QVERIFY(!svr.isRestartPending());
+
+    // The same coordinates again are no motion at all.
+    drainIdle(svr);
+    sendSpontaneousMove(&window, window.mapToGlobal(QPoint(10, 10)));
+    QVERIFY(!svr.isRestartPending());
+    QCOMPARE(svr.waitingCount(), 0);
+
+    // A non-spontaneous move (sent by code, not by the user) doesn't count.
+    QMouseEvent synthetic(QEvent::MouseMove, QPointF(20, 20), QPointF(window.mapToGlobal(QPoint(20, 20))),
+                          Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &synthetic);
+    QVERIFY(!svr.isRestartPending());
+
+    // A click restarts at once and supersedes a pending delayed restart.
+    sendSpontaneousMove(&window, window.mapToGlobal(QPoint(30, 30)));
+    QVERIFY(svr.isRestartPending());
+    QTest::mouseClick(&window, Qt::LeftButton);
+    QVERIFY(!svr.isRestartPending());
+    QCOMPARE(svr.waitingCount(), 1);
+}
+
+void tst_KAppIdleSvr::delayPlanThreshold()
+{
+    KAppIdleSvr svr(nullptr);
+    IdleObject o("o");
+    svr.registerItem(&o, false);
+    drainIdle(svr);
+
+    // Never restarted yet: a delayed plan restarts at once.
+    svr.resetIdle(&KAppIdleSvr::s_delayedPlan);
+    QCOMPARE(svr.waitingCount(), 1);
+    drainIdle(svr);
+
+    // Within the threshold the restart is put off; past it, it runs at once.
+    const IDLE_DELAYPLAN shortPlan = {2, 1000};
+    QElapsedTimer sinceReset;
+    svr.resetIdle(nullptr);
+    sinceReset.start();
+    drainIdle(svr);
+    svr.resetIdle(&shortPlan);
+    if (sinceReset.elapsed() < 2) {
+        QVERIFY(svr.isRestartPending());
+        QCOMPARE(svr.waitingCount(), 0);
+    }
+    QTRY_VERIFY(sinceReset.elapsed() > 3);
+    svr.resetIdle(&shortPlan);
+    QVERIFY(!svr.isRestartPending());
+    QCOMPARE(svr.waitingCount(), 1);
+
+    // A plan with a value below 1 is the immediate plan.
+    drainIdle(svr);
+    const IDLE_DELAYPLAN odd = {100, 0};
+    svr.resetIdle(&odd);
+    QCOMPARE(svr.waitingCount(), 1);
+}
+
+void tst_KAppIdleSvr::pendingEventsStopTheLoop()
+{
+    KAppIdleSvr svr(nullptr);
+    if (!svr.canProbePendingEvents())
+        QSKIP("the event dispatcher cannot be asked for pending events");
+    IdleObject o("o");
+    svr.registerItem(&o, false);
+    svr.start();
+
+    QObject target;
+    QCoreApplication::postEvent(&target, new QEvent(QEvent::User));
+    QVERIFY(svr.hasEventStopIdle());
+    svr.doIdleLoop();
+    QVERIFY(o.log.passes.isEmpty());
+    QCOMPARE(svr.waitingCount(), 1);
+
+    QTRY_VERIFY(!svr.hasEventStopIdle());
+    svr.doIdleLoop();
+    QCOMPARE(o.log.passes, QList<int>({0}));
+
+    // Not running: nothing happens.
+    svr.stop();
+    svr.resetIdle(nullptr);
+    svr.doIdleLoop();
+    QCOMPARE(o.log.passes.size(), 1);
+}
+
+void tst_KAppIdleSvr::startSliceThenPolls()
+{
+    KAppIdleSvr svr(nullptr);
+    if (!svr.canProbePendingEvents())
+        QSKIP("the event dispatcher cannot be asked for pending events");
+    QTRY_VERIFY(!svr.hasEventStopIdle());
+
+    // 100 receivers of 1 ms each. Input that arrives at once still waits for the start slice
+    // of 10 ms; input that arrives later waits at most one poll interval (5 ms) and a step.
+    std::vector<std::unique_ptr<IdleObject>> objects;
+    QObject target;
+    int steps = 0;
+    QElapsedTimer sincePost;
+    for (int i = 0; i < 100; ++i) {
+        objects.push_back(std::make_unique<IdleObject>(QStringLiteral("o%1").arg(i)));
+        IdleLog& log = objects.back()->log;
+        log.busyMicroseconds = 1000;
+        log.hook = [&] { ++steps; };
+        svr.registerItem(objects.back().get(), false);
+    }
+    objects.at(0)->log.hook = [&] {
+        ++steps;
+        QCoreApplication::postEvent(&target, new QEvent(QEvent::User));
+        sincePost.start();
+    };
+    svr.start();
+    svr.doIdleLoop();
+    const qint64 waitedEarly = sincePost.elapsed();
+    QVERIFY2(steps >= 10 && steps <= 16, qPrintable(QString::number(steps)));
+    QVERIFY2(waitedEarly >= 9 && waitedEarly <= 16, qPrintable(QString::number(waitedEarly)));
+    QCoreApplication::sendPostedEvents(&target);
+    QTRY_VERIFY(!svr.hasEventStopIdle());
+
+    // Input arriving in the middle of the round.
+    const int before = steps;
+    objects.at(40)->log.hook = [&] {
+        ++steps;
+        QCoreApplication::postEvent(&target, new QEvent(QEvent::User));
+        sincePost.start();
+    };
+    svr.doIdleLoop();
+    const qint64 waitedLate = sincePost.elapsed();
+    QVERIFY2(waitedLate <= 8, qPrintable(QString::number(waitedLate)));
+    QVERIFY(steps > before);
+    QCOMPARE(objects.at(40)->log.passes.size(), 1);
+    QVERIFY(svr.waitingCount() > 0);
+    svr.stop();
+}
+
+void tst_KAppIdleSvr::timerPath()
+{
+    KAppIdleSvr svr(nullptr);
+    std::vector<std::unique_ptr<IdleObject>> objects;
+    for (int i = 0; i < 30; ++i) {
+        objects.push_back(std::make_unique<IdleObject>(QStringLiteral("o%1").arg(i)));
+        objects.back()->log.busyMicroseconds = 2000;
+        svr.registerItem(objects.back().get(), false);
+    }
+    auto delivered = [&] {
+        int n = 0;
+        for (const auto& o : objects)
+            n += o->log.passes.size();
+        return n;
+    };
+
+    // The first step runs even when the service is stopped; more only while running.
+    svr.timerIdle();
+    QCOMPARE(delivered(), 1);
+
+    svr.start();
+    QElapsedTimer clock;
+    clock.start();
+    svr.timerIdle();
+    // It stops at the first step that ends past 15 ms (steps of 2 ms, some slack for load).
+    QVERIFY2(clock.elapsed() < 15 + 2 + 5, qPrintable(QString::number(clock.elapsed())));
+    const int afterOne = delivered();
+    QVERIFY2(afterOne >= 1 + 2 && afterOne <= 1 + 8, qPrintable(QString::number(afterOne)));
+
+    // When the due queue runs empty, the round starts over at once.
+    while (delivered() < 30)
+        svr.timerIdle();
+    QCOMPARE(delivered(), 30);
+    QCOMPARE(svr.waitingCount(), 30);
+    QCOMPARE(svr.doneCount(), 0);
+    svr.stop();
+}
+
+void tst_KAppIdleSvr::roundRunsOnceAfterUserAction()
+{
+    // Through the real event loop: one round after the restart, then nothing until the user
+    // acts again; a key press restarts the round.
+    KAppIdleSvr svr(nullptr);
+    QWidget window;
+    std::vector<IdleWidget*> widgets;
+    for (int i = 0; i < 5; ++i)
+        widgets.push_back(new IdleWidget(QStringLiteral("w%1").arg(i), &window));
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    for (IdleWidget* w : widgets)
+        svr.registerItem(w, true);
+    auto allHave = [&](int n) {
+        for (IdleWidget* w : widgets) {
+            if (w->log.passes.size() != n)
+                return false;
+        }
+        return true;
+    };
+
+    svr.start();
+    QVERIFY(runLoopUntil([&] { return allHave(1) && svr.waitingCount() == 0; }));
+    runLoopFor(150);
+    QVERIFY(allHave(1));
+    QCOMPARE(svr.waitingCount(), 0);
+
+    QTest::keyClick(&window, Qt::Key_A);
+    QVERIFY(runLoopUntil([&] { return allHave(2); }));
+    runLoopFor(50);
+    QVERIFY(allHave(2));
+    svr.stop();
+}
+
+void tst_KAppIdleSvr::processUpdate()
+{
+    KProcessUpdateSvr svr;
+    UpdateReceiver a, b;
+    auto* c = new UpdateReceiver;
+    svr.registerItem(&a);
+    svr.registerItem(&a); // once only
+    svr.registerItem(&b);
+    svr.registerItem(c);
+    svr.registerItem(nullptr);
+    delete c;
+
+    // a unregisters b during the walk: b still gets this event (the walk runs on a copy).
+    a.hook = [&] { svr.unregisterItem(&b); };
+    svr.onProcessUpdate();
+    QCOMPARE(a.updates, 1);
+    QCOMPARE(b.updates, 1);
+    svr.onProcessUpdate();
+    QCOMPARE(a.updates, 2);
+    QCOMPARE(b.updates, 1);
+    QVERIFY(!svr.isRegistered(&b));
+}
+
+void tst_KAppIdleSvr::applicationWiring()
+{
+    KApplication* app = KApplication::instance();
+    KAppIdleSvr* svr = app->idleSvr();
+    QVERIFY(svr);
+    QCOMPARE(svr->parent(), app);
+    QVERIFY(app->processUpdateSvr());
+    QVERIFY(!app->processUpdateSvr()->parent());
+
+    // exec() runs the service only while the loop runs.
+    QVERIFY(!svr->isRunning());
+    bool runningInside = false;
+    QTimer::singleShot(0, app, [&] {
+        runningInside = svr->isRunning();
+        QCoreApplication::exit(7);
+    });
+    QCOMPARE(app->exec(), 7);
+    QVERIFY(runningInside);
+    QVERIFY(!svr->isRunning());
+}
+
+NORVIK_TEST_MAIN(tst_KAppIdleSvr)
+#include "tst_kappidlesvr.moc"
