@@ -11,6 +11,7 @@
 #include <cstdio>
 
 #include <kapplication.h>
+#include <kapptheme.h>
 
 #include "writerwindow.h"
 
@@ -56,6 +57,10 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "norvik-writer: cannot read its description ui/writer.xml\n");
         return 1;
     }
+
+    // The base colour the user chose last time, or the theme's own.
+    app.theme()->readBaseColor();
+    app.setThemeBaseColor(app.theme()->getBaseColor(), false);
 
     WriterWindow window;
     window.polishXml();

@@ -9,6 +9,8 @@
 #include <QPlainTextEdit>
 #include <QSaveFile>
 
+#include <kapplication.h>
+#include <kapptheme.h>
 #include <kcommand.h>
 #include <kcommands.h>
 
@@ -45,6 +47,20 @@ void WriterWindow::bindCommands()
     on("EditPaste", [this] { m_editor->paste(); });
     on("EditSelectAll", [this] { m_editor->selectAll(); });
 
+    // Each colour command carries its colour; the choice is saved and comes back next time.
+    if (KCommand* bar = _command("ThemeBar")) {
+        for (int i = 0; i < bar->count(); ++i) {
+            KCommand* colour = bar->subCommand(i);
+            if (!colour || !colour->property("baseColor").isValid())
+                continue;
+            connect(colour, &KCommand::triggered, this, [this, colour] {
+                KApplication::instance()->setThemeBaseColor(QColor(colour->property("baseColor").toString()), true);
+                _updateThemeChecks();
+            });
+        }
+    }
+    _updateThemeChecks();
+
     // States that follow the document: the editor announces them, the commands show them.
     auto enable = [this](const char* id, bool on) {
         if (KCommand* cmd = _command(id))
@@ -63,6 +79,16 @@ void WriterWindow::bindCommands()
     enable("EditCopy", false);
     _updatePaste();
     _updateTitle();
+}
+
+void WriterWindow::_updateThemeChecks()
+{
+    KCommand* bar = _command("ThemeBar");
+    const QColor current = KApplication::instance()->theme()->getBaseColor();
+    for (int i = 0; bar && i < bar->count(); ++i) {
+        if (KCommand* colour = bar->subCommand(i))
+            colour->setCheckedHint(QColor(colour->property("baseColor").toString()) == current);
+    }
 }
 
 void WriterWindow::_updatePaste()

@@ -39,6 +39,7 @@ private:
     void _onSaveAs();
     void _updateTitle();
     void _updatePaste();
+    void _updateThemeChecks();
 
     QPlainTextEdit* m_editor;
     QString m_path;

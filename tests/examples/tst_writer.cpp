@@ -3,10 +3,13 @@
 #include <QDockWidget>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QToolBar>
 
+#include <kapptheme.h>
 #include <kcommands.h>
+#include <kdrawhelpfunc.h>
 #include <kcommandwrapaction.h>
 #include <ktoolbar.h>
 
@@ -25,6 +28,7 @@ private Q_SLOTS:
     void commandsReachTheHost();
     void statesFollowTheDocument();
     void togglesShowAndHidePanels();
+    void themeColoursRetintAndPersist();
 
 private:
     QStringList actionIds(QToolBar* bar) const;
@@ -33,6 +37,7 @@ private:
 
 void tst_Writer::initTestCase()
 {
+    QStandardPaths::setTestModeEnabled(true); // the chosen colour is saved in the settings
     KWarningCatcher warnings;
     QVERIFY(KApplication::instance()->setupXml(QStringLiteral(NORVIK_WRITER_UI_DIR "/writer.xml")));
     m_window.reset(new WriterWindow);
@@ -58,7 +63,7 @@ void tst_Writer::barsAndDocksFromTheDescription()
 {
     WriterWindow* w = m_window.data();
     QCOMPARE(w->caption(), QString("Norvik Writer"));
-    QCOMPARE(w->toolBarCount(), 3);
+    QCOMPARE(w->toolBarCount(), 4);
     KToolBar* file = w->findToolBar(w->commands()->command("FileBar"));
     KToolBar* edit = w->findToolBar(w->commands()->command("EditBar"));
     QVERIFY(file);
@@ -157,6 +162,33 @@ void tst_Writer::togglesShowAndHidePanels()
     QVERIFY(!barToggle->checkedHint());
     barToggle->trigger();
     QVERIFY(!edit->isHidden());
+}
+
+void tst_Writer::themeColoursRetintAndPersist()
+{
+    WriterWindow* w = m_window.data();
+    KAppTheme* theme = KApplication::instance()->theme();
+    KCommand* green = w->commands()->command("ThemeGreen");
+    KCommand* blue = w->commands()->command("ThemeBlue");
+    QVERIFY(green);
+    QVERIFY(blue);
+
+    blue->trigger();
+    const QColor blueWindow = KDrawHelpFunc::getColorFromTheme("common", "window");
+    QVERIFY(blue->checkedHint());
+    green->trigger();
+    QCOMPARE(theme->getBaseColor(), QColor("#217346"));
+    QVERIFY(green->checkedHint());
+    QVERIFY(!blue->checkedHint());
+    // Colours relative to the base follow it, and so does the application palette.
+    const QColor greenWindow = KDrawHelpFunc::getColorFromTheme("common", "window");
+    QVERIFY(greenWindow != blueWindow);
+    QCOMPARE(QApplication::palette().color(QPalette::Window), greenWindow);
+
+    // What the next start reads back.
+    theme->setBaseColor(QColor("#123456"), false);
+    theme->readBaseColor();
+    QCOMPARE(theme->getBaseColor(), QColor("#217346"));
 }
 
 NORVIK_TEST_MAIN(tst_Writer)

@@ -430,7 +430,7 @@ void tst_KAppTheme::themeChangeBroadcast()
 void tst_KAppTheme::writerThemeIsComplete()
 {
     // The demo theme defines every pair the drawing code asks for.
-    const QString path = QStringLiteral(NORVIK_TEST_DATA_DIR "/../../../examples/writer/theme/writer.theme.xml");
+    const QString path = QStringLiteral(NORVIK_TEST_DATA_DIR "/../../../examples/writer/ui/theme/writer.theme.xml");
     QVERIFY(QFile::exists(path));
     KWarningCatcher warnings;
     KDomDocument doc;
