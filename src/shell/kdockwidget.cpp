@@ -25,10 +25,7 @@ void KDockWidget::syncCommand()
     setWindowTitle(cmd->text());
     setWindowIcon(cmd->icon());
     setEnabled(cmd->isEnabled());
-    // A dock follows its command's visibility only once it stands in a window, so that
-    // building it never shows a top-level window by itself.
-    if (parentWidget() && cmd->isVisible() != isVisibleTo(parentWidget()))
-        setVisible(cmd->isVisible());
+    setVisibleFromCommand(cmd->isVisible());
 }
 
 void KDockWidget::_setFloatingHide(bool hidden)

@@ -60,7 +60,8 @@ void KToolBar::syncCommand()
     KCommand* cmd = command();
     if (!cmd)
         return;
-    setVisible(cmd->isVisible());
+    // Showing builds the items: leave a bar that was never hidden for its window to show.
+    setVisibleFromCommand(cmd->isVisible());
     bool enabled = cmd->isEnabled();
     if (!enabled) {
         // A disabled bar can keep its items clickable.
