@@ -106,7 +106,10 @@ void KToolBar::setFloating(bool floating)
 {
     if (floating == isFloating())
         return;
-    const bool wasVisible = !isHidden();
+    // A bar waiting for its hidden window counts as shown; the state is rebuilt below.
+    const bool wasVisible = !isHidden() || m_floatingHidden;
+    if (m_floatingHidden)
+        setFloatingHide(false);
     if (floating) {
         if (auto* dockArea = qobject_cast<QMainWindow*>(parentWidget()))
             dockArea->removeToolBar(this);
@@ -139,10 +142,14 @@ void KToolBar::_applyCloseHint()
     const bool has = windowFlags().testFlag(Qt::WindowCloseButtonHint);
     if (has == m_closable)
         return;
+    const bool waitingForWindow = m_floatingHidden;
     const bool wasVisible = QToolBar::isVisible();
     setWindowFlag(Qt::WindowCloseButtonHint, m_closable);
-    // Changing window flags hides a top-level widget; bring it back as it was.
-    if (wasVisible)
+    // Changing window flags hides a top-level widget; bring it back as it was. A bar that
+    // waits for its hidden window must keep waiting, not show on its own.
+    if (waitingForWindow)
+        setFloatingHide(true);
+    else if (wasVisible)
         QToolBar::setVisible(true);
 }
 

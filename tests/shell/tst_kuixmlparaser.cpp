@@ -1,0 +1,301 @@
+#include <ktestsupport.h>
+
+#include <QDockWidget>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QWindow>
+
+#include <kcommandbarprop.h>
+#include <kcommands.h>
+#include <kmainwindow.h>
+#include <ktoolbar.h>
+#include <kuixmlparaser.h>
+
+namespace {
+
+// A main window that records what the parser hands to the virtuals a host may override.
+class RecordingWindow : public KMainWindow
+{
+public:
+    void hideDocTabbarEx(bool hide) override
+    {
+        calls << QStringLiteral("hideDocTabbarEx:%1").arg(hide);
+        KMainWindow::hideDocTabbarEx(hide);
+    }
+    void addrbQuickToolBar(KCommand* cmd) override { record("quick", cmd); }
+    void addNoTabPageWidget(KCommand* cmd) override { record("notab", cmd); }
+    void addrbTabbarButton(KCommand* cmd) override { record("newbutton", cmd); }
+
+    QStringList calls;
+
+private:
+    void record(const char* what, KCommand* cmd)
+    {
+        calls << QString::fromLatin1(what) + QLatin1Char(':')
+                + (cmd ? cmd->property("id").toString() : QStringLiteral("null"));
+    }
+};
+
+const QByteArray s_commands = "<commands>"
+                              "<KListCommand id='Std' text='Standard'/>"
+                              "<KListCommand id='Fmt'/>"
+                              "<KListCommand id='Menu'/>"
+                              "<KTriggerCommand id='Panel'/>"
+                              "<KListCommand id='TrackChangesToolBar'/>"
+                              "</commands>";
+
+} // namespace
+
+// Reading the mainwindow element: where each bar goes, what a shielded window leaves out, and
+// the warnings for what cannot be read.
+class tst_KUiXmlParaser : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanup();
+    void toolBarPlacement_data();
+    void toolBarPlacement();
+    void windowAttributes();
+    void popupMenusAndDocks();
+    void warnings_data();
+    void warnings();
+    void shieldReadsReducedSet_data();
+    void shieldReadsReducedSet();
+
+private:
+    // Writes a description with a mainwindow element holding body and reads it into the
+    // application; false when that failed.
+    bool load(const QByteArray& attributes, const QByteArray& body);
+    // Builds a window made after load() from the description; returns its warnings.
+    static QStringList polish(KMainWindow& window);
+    QTemporaryDir m_dir;
+};
+
+bool tst_KUiXmlParaser::load(const QByteArray& attributes, const QByteArray& body)
+{
+    const QString path = KTestSupport::writeMainXml(m_dir.path(), QStringLiteral("main.xml"),
+                                                    "<mainwindow " + attributes + ">" + body + "</mainwindow>");
+    return KApplication::instance()->setupXml(path);
+}
+
+QStringList tst_KUiXmlParaser::polish(KMainWindow& window)
+{
+    KWarningCatcher warnings;
+    window.polishXml();
+    return warnings.messages();
+}
+
+void tst_KUiXmlParaser::initTestCase()
+{
+    qRegisterMetaType<QToolBar*>();
+}
+
+void tst_KUiXmlParaser::cleanup()
+{
+    KApplication::instance()->resetXml();
+}
+
+void tst_KUiXmlParaser::toolBarPlacement_data()
+{
+    QTest::addColumn<QByteArray>("element");
+    QTest::addColumn<int>("position");
+    QTest::addColumn<int>("area");
+    QTest::addColumn<bool>("floating");
+    QTest::addColumn<bool>("lineBreak");
+    QTest::addColumn<bool>("closable");
+
+    QTest::newRow("no area") << QByteArray("<toolbar cmd='Std'/>") << 1 << int(Qt::TopToolBarArea) << false
+                             << false << true;
+    QTest::newRow("t") << QByteArray("<toolbar cmd='Std' area='t'/>") << 1 << int(Qt::TopToolBarArea)
+                       << false << false << true;
+    QTest::newRow("l") << QByteArray("<toolbar cmd='Std' area='l'/>") << 0 << int(Qt::LeftToolBarArea)
+                       << false << false << true;
+    QTest::newRow("r") << QByteArray("<toolbar cmd='Std' area='r'/>") << 2 << int(Qt::RightToolBarArea)
+                       << false << false << true;
+    QTest::newRow("b") << QByteArray("<toolbar cmd='Std' area='b'/>") << 3 << int(Qt::BottomToolBarArea)
+                       << false << false << true;
+    QTest::newRow("unknown area") << QByteArray("<toolbar cmd='Std' area='left'/>") << 1
+                                  << int(Qt::TopToolBarArea) << false << false << true;
+    QTest::newRow("new line") << QByteArray("<toolbar cmd='Std' newLine='true'/>") << 1
+                              << int(Qt::TopToolBarArea) << false << true << true;
+    QTest::newRow("float") << QByteArray("<toolbar cmd='Std' float='true'/>") << 1
+                           << int(Qt::NoToolBarArea) << true << false << true;
+    QTest::newRow("float, not closable") << QByteArray("<toolbar cmd='Std' float='true' closable='false'/>")
+                                         << 1 << int(Qt::NoToolBarArea) << true << false << false;
+}
+
+void tst_KUiXmlParaser::toolBarPlacement()
+{
+    QFETCH(QByteArray, element);
+    QFETCH(int, position);
+    QFETCH(int, area);
+    QFETCH(bool, floating);
+    QFETCH(bool, lineBreak);
+    QFETCH(bool, closable);
+
+    // A second bar ahead of the one under test, so that a break has something to break from.
+    QVERIFY(load(QByteArray(), s_commands + "<toolbar cmd='Fmt'/>" + element));
+    RecordingWindow window;
+    QSignalSpy added(&window, &KMainWindow::addToolBarSignal);
+    QSignalSpy breaks(&window, &KMainWindow::insertToolBarBreakSignal);
+    const QStringList warnings = polish(window);
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
+
+    KCommand* cmd = window.commands()->command("Std");
+    KToolBar* bar = window.findToolBar(cmd);
+    QVERIFY(bar);
+    QCOMPARE(window.toolBarCount(), 2);
+    QCOMPARE(bar->property("cmd").toString(), QString("Std"));
+    QCOMPARE(bar->objectName(), QString("Std"));
+    KCommandBarProp props(cmd, nullptr);
+    QCOMPARE(props.getType(), 1);
+    QCOMPARE(props.getName(), QString("Std"));
+    QCOMPARE(props.getPosition(), position);
+
+    QCOMPARE(bar->isFloating(), floating);
+    if (!floating)
+        QCOMPARE(int(window.dockArea()->toolBarArea(bar)), area);
+    QCOMPARE(window.dockArea()->toolBarBreak(bar), lineBreak);
+    QCOMPARE(breaks.count(), lineBreak ? 1 : 0);
+    // A floating bar is placed in its area first, then taken out of it.
+    QCOMPARE(added.count(), 2);
+    QCOMPARE(bar->isClosable(), closable);
+    if (floating) {
+        QCOMPARE(bar->windowFlags().testFlag(Qt::WindowCloseButtonHint), closable);
+        // The window is not shown yet: the bar waits for it instead of showing by itself.
+        QVERIFY(bar->isFloatingHidden());
+        QVERIFY(!bar->windowHandle() || !bar->windowHandle()->isVisible());
+    }
+}
+
+void tst_KUiXmlParaser::windowAttributes()
+{
+    {
+        QVERIFY(load("caption='Notes' blockHotkey='true' hideDocTabbarEx='true'", s_commands));
+        RecordingWindow window;
+        QVERIFY(polish(window).isEmpty());
+        QCOMPARE(window.caption(), QString("Notes"));
+        QCOMPARE(window.windowTitle(), QString("Notes"));
+        QVERIFY(window.isBlockHotkey());
+        QVERIFY(window.isHideDocTabbarEx());
+        QCOMPARE(window.calls, QStringList({"hideDocTabbarEx:1"}));
+        QVERIFY(window.isXmlPolished());
+    }
+    KApplication::instance()->resetXml();
+    {
+        // "false" leaves the virtual alone altogether.
+        QVERIFY(load("blockHotkey='false' hideDocTabbarEx='false'", s_commands));
+        RecordingWindow window;
+        QVERIFY(polish(window).isEmpty());
+        QVERIFY(!window.isBlockHotkey());
+        QVERIFY(window.calls.isEmpty());
+    }
+}
+
+void tst_KUiXmlParaser::popupMenusAndDocks()
+{
+    QVERIFY(load(QByteArray(), s_commands + "<popupmenu cmd='Menu'/><dock cmd='Panel' dockArea='dockArea_left'/>"
+                                            "<dock cmd='Fmt'/>"
+                                            "<KRbQuicktoolCommand cmd='Std'/><KNoTabPageCommand cmd='missing'/>"
+                                            "<KRbTabBarNewButton cmd=''/>"));
+    RecordingWindow window;
+    const QStringList warnings = polish(window);
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
+
+    KCommand* menu = window.commands()->command("Menu");
+    QCOMPARE(window.popupMenuCount(), 1);
+    QCOMPARE(window.popupMenuAt(0), menu);
+    KCommandBarProp props(menu, nullptr);
+    QCOMPARE(props.getType(), 2);
+    QCOMPARE(props.getPosition(), 4);
+    QCOMPARE(props.getName(), QString("Menu"));
+    QVERIFY(!window.findToolBar(menu));
+
+    QDockWidget* panel = window.findDockWidget("Panel");
+    QDockWidget* fmt = window.findDockWidget("Fmt");
+    QVERIFY(panel);
+    QVERIFY(fmt);
+    QCOMPARE(window.dockWidgetArea(panel), Qt::LeftDockWidgetArea);
+    QCOMPARE(window.dockWidgetArea(fmt), Qt::RightDockWidgetArea);
+
+    // The host's items get the command, null when unknown, and nothing without a cmd.
+    QCOMPARE(window.calls, QStringList({"quick:Std", "notab:null"}));
+}
+
+void tst_KUiXmlParaser::warnings_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QStringList>("expected");
+    QTest::addColumn<int>("toolBars");
+
+    QTest::newRow("toolbar without cmd") << QByteArray(s_commands + "<toolbar/><toolbar cmd='Std'/>")
+                                         << QStringList({"menubar no command given."}) << 1;
+    QTest::newRow("unknown command") << QByteArray(s_commands + "<toolbar cmd='Nope'/><toolbar cmd='Std'/>")
+                                     << QStringList({"can not found command named: Nope"}) << 1;
+    // Commands must be defined ahead of the bars that name them.
+    QTest::newRow("toolbar ahead of its commands")
+        << QByteArray("<toolbar cmd='Late'/><commands><KListCommand id='Late'/></commands><toolbar cmd='Late'/>")
+        << QStringList({"can not found command named: Late"}) << 1;
+    QTest::newRow("dock and popup menu")
+        << QByteArray(s_commands + "<dock dockArea='dockArea_left'/><popupmenu cmd='Gone'/>")
+        << QStringList({"menubar no command given.", "can not found command named: Gone"}) << 0;
+    QTest::newRow("unknown element") << QByteArray(s_commands + "<sidebar cmd='Std'/><toolbar cmd='Std'/>")
+                                     << QStringList({"can't identity element  sidebar"}) << 1;
+}
+
+void tst_KUiXmlParaser::warnings()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(QStringList, expected);
+    QFETCH(int, toolBars);
+
+    QVERIFY(load(QByteArray(), body));
+    RecordingWindow window;
+    // A failing element is dropped with one warning each; the walk goes on.
+    QCOMPARE(polish(window), expected);
+    QCOMPARE(window.toolBarCount(), toolBars);
+}
+
+void tst_KUiXmlParaser::shieldReadsReducedSet_data()
+{
+    QTest::addColumn<bool>("shield");
+    QTest::addColumn<QStringList>("expected");
+    QTest::addColumn<int>("toolBars");
+    QTest::addColumn<int>("docks");
+    QTest::addColumn<QStringList>("hostCalls");
+
+    QTest::newRow("ordinary") << false << QStringList({"can't identity element  sidebar"}) << 3 << 1
+                              << QStringList({"quick:Std"});
+    // The shielded window drops the filtered commands, so a bar naming one is not found.
+    QTest::newRow("shielded") << true << QStringList({"can not found command named: TrackChangesToolBar"}) << 2
+                              << 0 << QStringList();
+}
+
+void tst_KUiXmlParaser::shieldReadsReducedSet()
+{
+    QFETCH(bool, shield);
+    QFETCH(QStringList, expected);
+    QFETCH(int, toolBars);
+    QFETCH(int, docks);
+    QFETCH(QStringList, hostCalls);
+
+    QVERIFY(load(QByteArray(), s_commands
+                                   + "<toolbar cmd='Std'/><toolbar cmd='TrackChangesToolBar'/><popupmenu cmd='Menu'/>"
+                                     "<dock cmd='Panel'/><statusbar cmd='Std'/><KRbQuicktoolCommand cmd='Std'/>"
+                                     "<sidebar/><menubar cmd='Menu'/><shortcuts/><toolbar cmd='Fmt'/>"));
+    RecordingWindow window;
+    window.SetShieldButton(shield);
+    QCOMPARE(polish(window), expected);
+    QCOMPARE(window.toolBarCount(), toolBars);
+    QCOMPARE(window.findChildren<QDockWidget*>().size(), docks);
+    QCOMPARE(window.calls, hostCalls);
+    // Both read the popup menu and the bars that follow the unknown element.
+    QCOMPARE(window.popupMenuCount(), 1);
+    QVERIFY(window.findToolBar(window.commands()->command("Fmt")));
+    QCOMPARE(window.commands()->command("TrackChangesToolBar") == nullptr, shield);
+}
+
+NORVIK_TEST_MAIN(tst_KUiXmlParaser)
+#include "tst_kuixmlparaser.moc"
