@@ -160,6 +160,9 @@ bool KMainWindow::_addToToolBarPool(KToolBar* bar)
 void KMainWindow::_placeToolBar(KToolBar* bar, int position, bool moveExisting)
 {
     const AreaPlacement place = placementOf(position);
+    // Only a bar that showed comes back after the move: showing a hidden one would lift the
+    // vetoes on its command (the user's choice, full screen) for good.
+    const bool wasShown = !bar->isHidden();
     if (moveExisting)
         bar->hide();
     if (place.floating) {
@@ -170,7 +173,7 @@ void KMainWindow::_placeToolBar(KToolBar* bar, int position, bool moveExisting)
         m_dockArea->addToolBar(place.area, bar);
         Q_EMIT addToolBarSignal(bar);
     }
-    if (moveExisting)
+    if (moveExisting && wasShown)
         bar->show();
 }
 

@@ -267,6 +267,7 @@ KToolBar* KToolBar::clone(KMainWindow* window)
     if (!list)
         return nullptr;
     auto* bar = new KToolBar(list, window);
+    ensureConnectCommand(); // the copy is made from this bar's items, built or not yet
     const QList<QAction*> acts = actions();
     for (QAction* a : acts) {
         auto* wrap = qobject_cast<KCommandWrapAction*>(a);
