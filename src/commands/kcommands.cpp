@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QMetaProperty>
 
+#include <kapplibraries.h>
 #include <kapplication.h>
 #include <kappattributeparser.h>
 #include <kcommandfactory.h>
@@ -236,9 +237,9 @@ void KCommands::setupCommandXML(KAbstractListCommand* list, const QString& path)
         // parser already, so the attempt is not repeated.
         if (!QFileInfo::exists(absolute) || !document.setContent(absolute))
             return;
-        // The libraries service reads the file's "libraries" section here, ahead of its
-        // commands (libraries()->setupXml(document)), once that service is part of the
-        // application.
+        // The file's libraries load ahead of its commands, whose classes they may register.
+        if (KApplication* app = KApplication::instance())
+            app->libraries()->setupXml(document);
         setupXml(document.documentElement().firstChildElement(QStringLiteral("commands")), false);
         m_delayDocuments.insert(path, document);
     }

@@ -123,13 +123,13 @@ KApplication::KApplication(int& argc, char** argv)
     QCoreApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings, true);
     QCoreApplication::setAttribute(Qt::AA_DontShowIconsInMenus, false);
     m_theme = new KAppTheme(this); // creates the icon loader
-    installEventFilter(new KModalWatcher(this));
     m_commands = new KCommands(this, this, nullptr);
     m_libraries = new KAppLibraries;
     m_attrParser = new KAppAttributeParser(this);
     m_idleSvr = new KAppIdleSvr(this);
     m_processUpdateSvr = new KProcessUpdateSvr;
     m_usingDelphi = false;
+    installEventFilter(new KModalWatcher(this));
 }
 
 KApplication::~KApplication()
