@@ -4,6 +4,7 @@
 #include <QDockWidget>
 #include <QHBoxLayout>
 #include <QMenu>
+#include <QPainter>
 #include <QResizeEvent>
 #include <QVBoxLayout>
 
@@ -11,6 +12,8 @@
 #include "kcommandbarprop.h"
 #include "kcommands.h"
 #include "kcomposelistcommand.h"
+#include "korbstyle.h"
+#include "kstyleoption.h"
 #include "kdockwidget.h"
 #include "klistcommand.h"
 #include "kseparatorcommand.h"
@@ -710,6 +713,32 @@ bool KMainWindow::event(QEvent* e)
         break;
     }
     return QWidget::event(e);
+}
+
+void KMainWindow::initStyleOption(KStyleOptionMainWindow* option) const
+{
+    option->initFrom(this);
+    option->isAero = isAeroEnabled();
+    option->drawOwnBorder = isNeedDrawOwnBorder() && !option->isAero && !isMaximized();
+    const QMargins margins = contentsMargins();
+    option->leftMargin = margins.left();
+    option->topMargin = margins.top();
+    option->rightMargin = margins.right();
+    option->bottomMargin = margins.bottom();
+    option->dockAreaRect = m_dockArea->geometry();
+    option->flags = 7;
+}
+
+void KMainWindow::paintEvent(QPaintEvent*)
+{
+    // The framework's style paints the background behind the bars in theme colours; any
+    // other style leaves the window's own palette background.
+    if (!qobject_cast<KORBStyle*>(style()))
+        return;
+    KStyleOptionMainWindow option;
+    initStyleOption(&option);
+    QPainter painter(this);
+    style()->drawComplexControl(KORBStyle::KCC_MainWindow, &option, &painter, this);
 }
 
 void KMainWindow::resizeEvent(QResizeEvent* e)

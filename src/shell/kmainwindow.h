@@ -20,6 +20,7 @@ class KCommand;
 class KCommands;
 class KListCommand;
 class KToolBar;
+class KStyleOptionMainWindow;
 
 /**
  * The QMainWindow that holds a main window's tool bars, docks and central widget. It is a
@@ -154,6 +155,8 @@ public:
     virtual void addNoTabPageWidget(KCommand*) {}
     virtual void addrbTabbarButton(KCommand*) {}
     virtual bool indicateActiveState() { return isActiveWindow(); }
+    /// Fills the option with which the style paints the window's background and frame.
+    virtual void initStyleOption(KStyleOptionMainWindow* option) const;
 
 public Q_SLOTS:
     void updateCommandBarArea(KCommand* cmd);
@@ -182,6 +185,7 @@ protected:
 
     bool event(QEvent* e) override;
     void resizeEvent(QResizeEvent* e) override;
+    void paintEvent(QPaintEvent* e) override;
 
     void _setupXml(const KDomDocument& doc);
     void _resetXml();
