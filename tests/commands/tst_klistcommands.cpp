@@ -1,6 +1,7 @@
 #include <ktestsupport.h>
 
 #include <QSignalSpy>
+#include <QMenu>
 #include <QStandardPaths>
 
 #include <kcommandfactory.h>
@@ -501,6 +502,31 @@ void tst_KListCommands::pocketWidgets()
     QVERIFY(listButton);
     QCOMPARE(listButton->text(), QString("More"));
     QVERIFY(listButton->buttonStyle() & KToolButton::StyleArrow);
+    // Until the framework's menu button exists, a click lists the items in a plain menu
+    // whose actions trigger them.
+    KTriggerCommand first(this, nullptr), hiddenItem(this, nullptr);
+    first.setText("First");
+    hiddenItem.setText("Hidden");
+    hiddenItem.setVisible(false);
+    list.addSubCommand(&first);
+    list.addSeparator();
+    list.addSubCommand(&hiddenItem);
+    parent.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&parent));
+    QTest::mouseClick(listButton, Qt::LeftButton, {}, QPoint(3, 3));
+    auto* menu = listButton->findChild<QMenu*>();
+    QVERIFY(menu);
+    QVERIFY(listButton->isDown());
+    QStringList shown;
+    for (QAction* a : menu->actions())
+        shown << (a->isSeparator() ? QString("-") : a->text());
+    QCOMPARE(shown, QStringList({"First", "-"}));
+    QSignalSpy runs(&first, &KCommand::triggered);
+    menu->actions().first()->trigger();
+    QCOMPARE(runs.count(), 1);
+    menu->close();
+    QVERIFY(!listButton->isDown());
+
     list.setHideArrowHint(true);
     auto* bare = qobject_cast<KToolButton*>(list.requestWidget(&parent, KCommand::PocketPurpose));
     QVERIFY(!(bare->buttonStyle() & KToolButton::StyleArrow));
