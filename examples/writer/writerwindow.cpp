@@ -194,6 +194,7 @@ bool WriterWindow::openFile(const QString& path)
         m_editor->setHtml(text);
     else
         m_editor->setPlainText(text);
+    _updateFormatChecks(); // the cursor may not move, yet the text under it changed
     m_editor->document()->setModified(false);
     m_path = QFileInfo(path).absoluteFilePath();
     _updateTitle();
