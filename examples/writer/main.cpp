@@ -5,7 +5,7 @@
 //                                        saves a picture of it and exits
 #include <QCommandLineParser>
 #include <QDir>
-#include <QPlainTextEdit>
+#include <QTextEdit>
 #include <QTimer>
 #include <QWindow>
 #include <cstdio>

@@ -4,7 +4,7 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QListWidget>
-#include <QPlainTextEdit>
+#include <QTextEdit>
 #include <QRegularExpression>
 #include <QTextBlock>
 #include <QVBoxLayout>
@@ -18,6 +18,9 @@ static KCommandFactoryItem<WriterOutlineCommand, QObject>
     s_outlineItem(QStringLiteral("WriterOutlineCommand"), QStringLiteral("QObject"));
 static KCommandFactoryItem<WriterPropertiesCommand, QObject>
     s_propertiesItem(QStringLiteral("WriterPropertiesCommand"), QStringLiteral("QObject"));
+
+static KCommandFactoryItem<WriterRecentFilesCommand, QObject>
+    s_recentItem(QStringLiteral("WriterRecentFilesCommand"), QStringLiteral("QObject"));
 
 static WriterWindow* windowOf(QWidget* w)
 {
@@ -45,6 +48,28 @@ QWidget* WriterPropertiesCommand::createExtendedWidget(QWidget* parent)
     return new WriterPropertiesView(parent);
 }
 
+WriterRecentFilesCommand::WriterRecentFilesCommand(QObject* host, QObject* parent)
+    : KMRUCommand(host, parent)
+{
+}
+
+void WriterRecentFilesCommand::addFile(const QString& path)
+{
+    if (path.isEmpty())
+        return;
+    QStringList files = getStrings();
+    files.removeAll(path);
+    files.prepend(path);
+    setStrings(files);
+}
+
+void WriterRecentFilesCommand::onTriggered()
+{
+    const QString path = getStrings().value(index());
+    if (!path.isEmpty())
+        Q_EMIT fileChosen(path);
+}
+
 WriterOutlineView::WriterOutlineView(QWidget* parent)
     : QWidget(parent)
     , m_list(new QListWidget(this))
@@ -57,7 +82,7 @@ WriterOutlineView::WriterOutlineView(QWidget* parent)
     connect(m_list, &QListWidget::itemActivated, this, &WriterOutlineView::_jumpTo);
     connect(m_list, &QListWidget::itemClicked, this, &WriterOutlineView::_jumpTo);
     if (m_window)
-        connect(m_window->editor(), &QPlainTextEdit::textChanged, this, &WriterOutlineView::_rebuild);
+        connect(m_window->editor(), &QTextEdit::textChanged, this, &WriterOutlineView::_rebuild);
     _rebuild();
 }
 
@@ -104,7 +129,7 @@ WriterPropertiesView::WriterPropertiesView(QWidget* parent)
         m_values.insert(key, value);
     }
     if (m_window) {
-        connect(m_window->editor(), &QPlainTextEdit::textChanged, this, &WriterPropertiesView::_refresh);
+        connect(m_window->editor(), &QTextEdit::textChanged, this, &WriterPropertiesView::_refresh);
         connect(m_window, &WriterWindow::documentChanged, this, &WriterPropertiesView::_refresh);
     }
     _refresh();

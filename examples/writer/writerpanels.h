@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QWidget>
 #include <kcommand.h>
+#include <kmrucommand.h>
 
 class QLabel;
 class QListWidget;
@@ -28,6 +29,27 @@ class WriterPropertiesCommand : public KCommand
 public:
     Q_INVOKABLE WriterPropertiesCommand(QObject* host, QObject* parent);
     QWidget* createExtendedWidget(QWidget* parent) override;
+};
+
+/**
+ * The recently used files. The framework keeps the list in the user's settings (its
+ * "settingsKey"); the window adds each file it opens or saves, and a chosen entry comes
+ * back through fileChosen().
+ */
+class WriterRecentFilesCommand : public KMRUCommand
+{
+    Q_OBJECT
+public:
+    Q_INVOKABLE WriterRecentFilesCommand(QObject* host, QObject* parent);
+
+    /// Puts path at the head of the list (once).
+    void addFile(const QString& path);
+
+Q_SIGNALS:
+    void fileChosen(const QString& path);
+
+protected:
+    void onTriggered() override;
 };
 
 /// The headings of the document (lines that start with "#"); a click moves the cursor there.

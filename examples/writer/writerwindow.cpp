@@ -6,7 +6,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
-#include <QPlainTextEdit>
+#include <QTextEdit>
 #include <QSaveFile>
 
 #include <kapplication.h>
@@ -14,12 +14,25 @@
 #include <kcommand.h>
 #include <kcommands.h>
 
+#include "writerpanels.h"
+
+namespace {
+bool isHtml(const QString& path)
+{
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    return suffix == QLatin1String("html") || suffix == QLatin1String("htm");
+}
+
+const char* const kFileFilter = "Text files (*.txt *.md);;Web pages (*.html *.htm);;All files (*)";
+} // namespace
+
 WriterWindow::WriterWindow(QWidget* parent)
     : KMainWindow(parent)
-    , m_editor(new QPlainTextEdit)
+    , m_editor(new QTextEdit)
 {
     m_editor->setObjectName(QStringLiteral("WriterEditor"));
     m_editor->setFrameShape(QFrame::NoFrame);
+    m_editor->setAcceptRichText(true);
     setCentralWidget(m_editor);
     connect(m_editor->document(), &QTextDocument::modificationChanged, this, &WriterWindow::_updateTitle);
     resize(1000, 680);
@@ -46,6 +59,27 @@ void WriterWindow::bindCommands()
     on("EditCopy", [this] { m_editor->copy(); });
     on("EditPaste", [this] { m_editor->paste(); });
     on("EditSelectAll", [this] { m_editor->selectAll(); });
+    on("FormatBold", [this] { _toggleFormat("FormatBold"); });
+    on("FormatItalic", [this] { _toggleFormat("FormatItalic"); });
+    on("FormatUnderline", [this] { _toggleFormat("FormatUnderline"); });
+
+    // The recent files: a chosen entry opens; a file that is gone is dropped from the list.
+    if (auto* recent = qobject_cast<WriterRecentFilesCommand*>(_command("RecentFiles"))) {
+        connect(recent, &WriterRecentFilesCommand::fileChosen, this, [this, recent](const QString& path) {
+            if (openFile(path))
+                return;
+            QStringList files = recent->getStrings();
+            files.removeAll(path);
+            recent->setStrings(files);
+            QMessageBox::warning(this, tr("Open"), tr("Could not read %1.").arg(path));
+        });
+    }
+    connect(this, &WriterWindow::documentChanged, this, &WriterWindow::_rememberFile);
+
+    // The format toggles show the format at the cursor.
+    connect(m_editor, &QTextEdit::currentCharFormatChanged, this, &WriterWindow::_updateFormatChecks);
+    connect(m_editor, &QTextEdit::cursorPositionChanged, this, &WriterWindow::_updateFormatChecks);
+    _updateFormatChecks();
 
     // Each colour command carries its colour; the choice is saved and comes back next time.
     if (KCommand* bar = _command("ThemeBar")) {
@@ -66,9 +100,9 @@ void WriterWindow::bindCommands()
         if (KCommand* cmd = _command(id))
             cmd->setEnabled(on);
     };
-    connect(m_editor, &QPlainTextEdit::undoAvailable, this, [enable](bool on) { enable("EditUndo", on); });
-    connect(m_editor, &QPlainTextEdit::redoAvailable, this, [enable](bool on) { enable("EditRedo", on); });
-    connect(m_editor, &QPlainTextEdit::copyAvailable, this, [enable](bool on) {
+    connect(m_editor, &QTextEdit::undoAvailable, this, [enable](bool on) { enable("EditUndo", on); });
+    connect(m_editor, &QTextEdit::redoAvailable, this, [enable](bool on) { enable("EditRedo", on); });
+    connect(m_editor, &QTextEdit::copyAvailable, this, [enable](bool on) {
         enable("EditCut", on);
         enable("EditCopy", on);
     });
@@ -89,6 +123,42 @@ void WriterWindow::_updateThemeChecks()
         if (KCommand* colour = bar->subCommand(i))
             colour->setCheckedHint(QColor(colour->property("baseColor").toString()) == current);
     }
+}
+
+void WriterWindow::_toggleFormat(const char* id)
+{
+    KCommand* cmd = _command(id);
+    if (!cmd)
+        return;
+    // The command shows the format at the cursor; a click asks for the other one.
+    const bool on = !cmd->checkedHint();
+    QTextCharFormat format;
+    if (qstrcmp(id, "FormatBold") == 0)
+        format.setFontWeight(on ? QFont::Bold : QFont::Normal);
+    else if (qstrcmp(id, "FormatItalic") == 0)
+        format.setFontItalic(on);
+    else
+        format.setFontUnderline(on);
+    m_editor->mergeCurrentCharFormat(format);
+    _updateFormatChecks();
+}
+
+void WriterWindow::_updateFormatChecks()
+{
+    const QTextCharFormat format = m_editor->currentCharFormat();
+    auto check = [this](const char* id, bool on) {
+        if (KCommand* cmd = _command(id))
+            cmd->setCheckedHint(on);
+    };
+    check("FormatBold", format.fontWeight() >= QFont::Bold);
+    check("FormatItalic", format.fontItalic());
+    check("FormatUnderline", format.fontUnderline());
+}
+
+void WriterWindow::_rememberFile()
+{
+    if (auto* recent = qobject_cast<WriterRecentFilesCommand*>(_command("RecentFiles")))
+        recent->addFile(m_path);
 }
 
 void WriterWindow::_updatePaste()
@@ -119,7 +189,12 @@ bool WriterWindow::openFile(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         return false;
-    m_editor->setPlainText(QString::fromUtf8(file.readAll()));
+    const QString text = QString::fromUtf8(file.readAll());
+    if (isHtml(path))
+        m_editor->setHtml(text);
+    else
+        m_editor->setPlainText(text);
+    _updateFormatChecks(); // the cursor may not move, yet the text under it changed
     m_editor->document()->setModified(false);
     m_path = QFileInfo(path).absoluteFilePath();
     _updateTitle();
@@ -132,7 +207,7 @@ bool WriterWindow::saveFile(const QString& path)
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
         return false;
-    file.write(m_editor->toPlainText().toUtf8());
+    file.write((isHtml(path) ? m_editor->toHtml() : m_editor->toPlainText()).toUtf8());
     if (!file.commit())
         return false;
     m_editor->document()->setModified(false);
@@ -142,13 +217,15 @@ bool WriterWindow::saveFile(const QString& path)
     _updateTitle();
     if (renamed)
         Q_EMIT documentChanged();
+    else
+        _rememberFile(); // a saved file moves to the head of the recent ones
     return true;
 }
 
 void WriterWindow::_onOpen()
 {
     const QString path = QFileDialog::getOpenFileName(this, tr("Open"), QString(),
-                                                      tr("Text files (*.txt *.md);;All files (*)"));
+                                                      tr(kFileFilter));
     if (!path.isEmpty() && !openFile(path))
         QMessageBox::warning(this, tr("Open"), tr("Could not read %1.").arg(path));
 }
@@ -166,7 +243,7 @@ void WriterWindow::_onSave()
 void WriterWindow::_onSaveAs()
 {
     const QString path = QFileDialog::getSaveFileName(this, tr("Save As"), m_path,
-                                                      tr("Text files (*.txt *.md);;All files (*)"));
+                                                      tr(kFileFilter));
     if (!path.isEmpty() && !saveFile(path))
         QMessageBox::warning(this, tr("Save As"), tr("Could not write %1.").arg(path));
 }

@@ -4,7 +4,7 @@
 #include <QString>
 #include <kmainwindow.h>
 
-class QPlainTextEdit;
+class QTextEdit;
 class KCommand;
 
 /**
@@ -21,10 +21,12 @@ public:
     /// Finds the commands of the description and connects them; call after polishXml().
     void bindCommands();
 
-    QPlainTextEdit* editor() const { return m_editor; }
+    QTextEdit* editor() const { return m_editor; }
     QString filePath() const { return m_path; }
 
+    /// Opens a text file (".html" and ".htm" as rich text, anything else as plain text).
     bool openFile(const QString& path);
+    /// Saves as rich text for ".html" / ".htm", as plain text otherwise.
     bool saveFile(const QString& path);
     void newFile();
 
@@ -40,8 +42,11 @@ private:
     void _updateTitle();
     void _updatePaste();
     void _updateThemeChecks();
+    void _updateFormatChecks();
+    void _toggleFormat(const char* id);
+    void _rememberFile();
 
-    QPlainTextEdit* m_editor;
+    QTextEdit* m_editor;
     QString m_path;
 };
 

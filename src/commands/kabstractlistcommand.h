@@ -32,6 +32,14 @@ public:
 
     bool isExtensible() const override;
 
+    /**
+     * The button of the list in a bar: a KToolButton bound to the list, with the drop-down
+     * arrow unless hideArrowHint is set. A click opens the list's items in a plain menu;
+     * this stands in until the framework's own menu button and menu widget take over. The
+     * extended widget is, for now, the same button (the base class's chain).
+     */
+    QWidget* createPocketWidget(QWidget* parent) override;
+
     bool isTriggerEnabled() const { return m_triggerEnabled; }
     void setTriggerEnabled(bool enabled);
     bool isPopupEnabled() const { return m_popupEnabled; }

@@ -1,6 +1,7 @@
 #include "ktriggercommand.h"
 
 #include <kcommandfactory.h>
+#include <ktoolbutton.h>
 
 static KCommandFactoryItem<KTriggerCommand, QObject>
     s_triggerCommandItem(QStringLiteral("KTriggerCommand"), QStringLiteral("QObject"));
@@ -21,4 +22,16 @@ KCommand* KTriggerCommand::clone(QObject* host, QObject* parent)
     copyProperties(copy);
     connect(copy, &KCommand::triggered, this, &KCommand::trigger, Qt::UniqueConnection);
     return copy;
+}
+
+QWidget* KTriggerCommand::createPocketWidget(QWidget* parent)
+{
+    return adoptButton(new KToolButton(parent));
+}
+
+QWidget* KTriggerCommand::adoptButton(KToolButton* button)
+{
+    button->setDefaultCommand(this);
+    m_lastButton = button;
+    return button;
 }

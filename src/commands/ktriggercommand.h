@@ -1,7 +1,11 @@
 #ifndef KTRIGGERCOMMAND_H
 #define KTRIGGERCOMMAND_H
 
+#include <QPointer>
+
 #include <kapicommand.h>
+
+#include <ktoolbutton.h>
 
 /**
  * The ordinary clickable item of a bar or menu. Its clone is always a plain KTriggerCommand
@@ -17,8 +21,17 @@ public:
 
     KCommand* clone(QObject* host, QObject* parent) override;
 
-    // The button of a trigger command (createPocketWidget) comes with the framework's tool
-    // button; until then the base class's widget stands in.
+    /// A KToolButton child of parent bound to this command; remembered as lastButton().
+    QWidget* createPocketWidget(QWidget* parent) override;
+    /// The last button made by createPocketWidget(), null once it is gone.
+    KToolButton* lastButton() const { return m_lastButton.data(); }
+
+protected:
+    /// Binds a button made by a subclass and remembers it as the last one.
+    QWidget* adoptButton(KToolButton* button);
+
+private:
+    QPointer<KToolButton> m_lastButton;
 };
 
 #endif // KTRIGGERCOMMAND_H

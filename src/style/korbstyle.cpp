@@ -289,29 +289,225 @@ void KORBStyle::_toQStyleOptionToolButton(const KStyleOptionToolButton* in, QSty
         out->toolButtonStyle = (flags & 8) ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonTextBesideIcon;
 }
 
+// The framework's tool button is drawn here, from the theme's "KToolButton" colours, so
+// that every look has a proper button even before it draws one of its own. Layout, in the
+// button's rectangle: margins, the icon, the caption beside or under it, and the drop-down
+// part at the right edge when the style word has the arrow bit.
+namespace {
+
+constexpr int kToolButtonArrowWidth = 13;
+constexpr int kToolButtonSpacing = 4;
+
+struct ToolButtonParts
+{
+    bool showIcon = false;
+    bool showText = false;
+    bool under = false;
+    bool arrow = false;
+    int hMargin = 3;
+    int vMargin = 3;
+};
+
+ToolButtonParts toolButtonParts(const KStyleOptionToolButton* o)
+{
+    ToolButtonParts parts;
+    const int flags = o->buttonStyle;
+    const bool hasIcon = !o->icon.isNull();
+    const bool hasText = !o->text.isEmpty();
+    // The rules of the widget's needDrawText(): text without an icon always shows; with
+    // an icon it takes the text bit and a screen that is wide enough.
+    parts.showText = hasText && (!hasIcon || (!o->autoHideText && (flags & 2)));
+    parts.showIcon = hasIcon && ((flags & 1) || !parts.showText);
+    parts.under = (flags & 8) && parts.showIcon && parts.showText;
+    parts.arrow = flags & 4;
+    if (o->largeMargins) {
+        parts.hMargin = 6;
+        parts.vMargin = 4;
+    }
+    return parts;
+}
+
+// "&" marks a mnemonic only when the button shows one (style bit 16).
+// A gradient of the theme, or no brush when the theme lacks it: every gradient the theme
+// reads is object-bounding, while the empty one handed out for a miss is not.
+QBrush themeGradient(const QString& cls, const char* name)
+{
+    const QGradient& gradient = KDrawHelpFunc::getGradientFromTheme(cls, QLatin1String(name));
+    if (gradient.coordinateMode() != QGradient::ObjectBoundingMode)
+        return QBrush();
+    return QBrush(gradient);
+}
+
+int toolButtonTextFlags(const KStyleOptionToolButton* o)
+{
+    return (o->buttonStyle & 16) ? int(Qt::TextShowMnemonic) : int(Qt::TextHideMnemonic);
+}
+
+QSize toolButtonTextSize(const KStyleOptionToolButton* o)
+{
+    QSize size = o->fontMetrics.size(toolButtonTextFlags(o), o->text);
+    if (!o->text2.isEmpty()) {
+        const QSize second = o->fontMetrics.size(toolButtonTextFlags(o), o->text2);
+        size = QSize(qMax(size.width(), second.width()), size.height() + second.height());
+    }
+    return size;
+}
+
+} // namespace
+
 void KORBStyle::drawComplexControl_ToolButton(const KStyleOptionToolButton* option, QPainter* painter,
                                               const QWidget* widget) const
 {
-    QStyleOptionToolButton stock;
-    _toQStyleOptionToolButton(option, &stock);
-    proxy()->drawComplexControl(CC_ToolButton, &stock, painter, widget);
+    const ToolButtonParts parts = toolButtonParts(option);
+    const bool enabled = option->state & State_Enabled;
+    const bool sunken = option->state & State_Sunken;
+    const bool checked = option->state & State_On;
+    const bool hover = enabled && (option->state & State_MouseOver);
+    const QString cls = QStringLiteral("KToolButton");
+
+    // Background and border: nothing for an idle auto-raised button.
+    QBrush background;
+    QColor border;
+    if (!enabled && checked) {
+        background = themeGradient(cls, "background-disable");
+        border = KDrawHelpFunc::getColorFromTheme(cls, QStringLiteral("border-disable"));
+    } else if (enabled && (sunken || (checked && hover))) {
+        background = themeGradient(cls, "background-down");
+        border = KDrawHelpFunc::getColorFromTheme(cls, QStringLiteral("border-down"));
+    } else if (enabled && checked) {
+        // Checked and at rest: the pressed colours, a shade lighter by the hover border.
+        background = themeGradient(cls, "background-down");
+        border = KDrawHelpFunc::getColorFromTheme(cls, QStringLiteral("border-hover"));
+    } else if (hover || !(option->state & State_AutoRaise)) {
+        background = themeGradient(cls, "background-hover");
+        border = KDrawHelpFunc::getColorFromTheme(cls, QStringLiteral("border-hover"));
+    }
+    // A theme without the button's items: the palette's highlight stands in.
+    const bool wantsBackground = (!enabled && checked) || (enabled && (sunken || checked || hover))
+        || !(option->state & State_AutoRaise);
+    if (wantsBackground && background.style() == Qt::NoBrush) {
+        QColor fill = option->palette.color(QPalette::Highlight);
+        fill.setAlpha(sunken || checked ? 110 : 60);
+        background = QBrush(fill);
+        if (!border.isValid())
+            border = option->palette.color(QPalette::Highlight);
+    }
+
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing, option->roundCorner != 0);
+    const QRect frame = option->rect.adjusted(0, 0, -1, -1);
+    if (background.style() != Qt::NoBrush) {
+        const QPainterPath path = option->roundCorner
+            ? KDrawHelpFunc::getBoundPath(frame, 2, option->roundCorner)
+            : QPainterPath();
+        painter->setPen(border.isValid() ? QPen(border) : QPen(Qt::NoPen));
+        painter->setBrush(background);
+        if (option->roundCorner)
+            painter->drawPath(path.translated(0.5, 0.5));
+        else
+            painter->drawRect(frame);
+    }
+    painter->setRenderHint(QPainter::Antialiasing, false);
+
+    QRect content = option->rect.adjusted(parts.hMargin, parts.vMargin, -parts.hMargin, -parts.vMargin);
+    if (parts.arrow) {
+        const QRect menu = proxy()->subControlRect(KCC_ToolButton, option, KSC_ToolButtonMenu, widget);
+        content.setRight(menu.left() - 1);
+        if (option->drawSeparator && background.style() != Qt::NoBrush && border.isValid()) {
+            painter->setPen(border);
+            painter->drawLine(menu.left(), frame.top() + 1, menu.left(), frame.bottom() - 1);
+        }
+        const QRect arrow(menu.center().x() - 3, menu.center().y() - 1, 7, 4);
+        const QColor arrowColor = enabled ? option->palette.color(QPalette::WindowText)
+                                          : option->palette.color(QPalette::Disabled, QPalette::WindowText);
+        KDrawHelpFunc::drawDownArraw(*painter, arrow, QPen(arrowColor), QBrush(arrowColor));
+    }
+
+    const QIcon::Mode mode = !enabled ? QIcon::Disabled : (hover ? QIcon::Active : QIcon::Normal);
+    const QIcon::State state = checked ? QIcon::On : QIcon::Off;
+    QColor textColor = KDrawHelpFunc::getColorFromTheme(QStringLiteral("common"), QStringLiteral("text"));
+    if (!textColor.isValid())
+        textColor = option->palette.color(QPalette::WindowText);
+    if (!enabled)
+        textColor = option->palette.color(QPalette::Disabled, QPalette::WindowText);
+    const int textFlags = toolButtonTextFlags(option);
+    const QSize iconSize = option->iconSize.isValid() ? option->iconSize : QSize(16, 16);
+
+    if (parts.under) {
+        const QRect iconRect(content.left() + (content.width() - iconSize.width()) / 2, content.top(),
+                             iconSize.width(), iconSize.height());
+        option->icon.paint(painter, iconRect, Qt::AlignCenter, mode, state);
+        const QRect textRect(content.left(), iconRect.bottom() + 1 + 2, content.width(),
+                             content.bottom() - iconRect.bottom() - 2);
+        QString caption = option->text;
+        if (!option->text2.isEmpty())
+            caption += QLatin1Char('\n') + option->text2;
+        painter->setPen(textColor);
+        painter->drawText(textRect, int(Qt::AlignHCenter | Qt::AlignTop) | textFlags, caption);
+    } else {
+        int x = content.left();
+        if (parts.showIcon) {
+            const int width = parts.showText ? iconSize.width() : content.width();
+            const QRect iconRect(x, content.top(), width, content.height());
+            option->icon.paint(painter, iconRect, Qt::AlignCenter, mode, state);
+            x += iconSize.width() + kToolButtonSpacing;
+        }
+        if (parts.showText) {
+            const QRect textRect(x, content.top(), content.right() - x + 1, content.height());
+            const int align = parts.showIcon ? int(Qt::AlignLeft | Qt::AlignVCenter) : int(Qt::AlignCenter);
+            painter->setPen(textColor);
+            painter->drawText(textRect, align | textFlags, option->text);
+        }
+    }
+    painter->restore();
 }
 
 QSize KORBStyle::sizeFromContents_ToolButton(QStyle::ContentsType, const KStyleOptionToolButton* option,
-                                             const QSize& size, const QWidget* widget) const
+                                             const QSize& size, const QWidget*) const
 {
-    QStyleOptionToolButton stock;
-    _toQStyleOptionToolButton(option, &stock);
-    return proxy()->sizeFromContents(CT_ToolButton, &stock, size, widget);
+    const ToolButtonParts parts = toolButtonParts(option);
+    const QSize iconSize = option->iconSize.isValid() ? option->iconSize : QSize(16, 16);
+    const QSize textSize = parts.showText ? toolButtonTextSize(option) : QSize();
+    int width = 0;
+    int height = 0;
+    if (parts.under) {
+        width = qMax(iconSize.width(), textSize.width());
+        height = iconSize.height() + 2 + textSize.height();
+    } else {
+        if (parts.showIcon) {
+            width += iconSize.width();
+            height = iconSize.height();
+        }
+        if (parts.showText) {
+            width += (parts.showIcon ? kToolButtonSpacing : 0) + textSize.width();
+            height = qMax(height, textSize.height());
+        }
+    }
+    width += 2 * parts.hMargin;
+    height += 2 * parts.vMargin;
+    if (parts.arrow)
+        width += kToolButtonArrowWidth;
+    // The proposed size is the least a button takes: a square for an icon alone.
+    width = qMax(width, parts.showText ? 0 : size.width());
+    height = qMax(height, size.height() + (parts.under ? 0 : 2));
+    if ((option->buttonStyle & 64) && (width % 2))
+        ++width;
+    return QSize(width, height);
 }
 
 QRect KORBStyle::subControlRect_ToolButton(QStyle::ComplexControl, const KStyleOptionToolButton* option,
-                                           QStyle::SubControl subControl, const QWidget* widget) const
+                                           QStyle::SubControl subControl, const QWidget*) const
 {
-    QStyleOptionToolButton stock;
-    _toQStyleOptionToolButton(option, &stock);
-    const SubControl part = subControl == KSC_ToolButtonMenu ? SC_ToolButtonMenu : SC_ToolButton;
-    return proxy()->subControlRect(CC_ToolButton, &stock, part, widget);
+    const QRect r = option->rect;
+    const bool arrow = (option->buttonStyle & 4) && (option->subControls & SC_ToolButtonMenu);
+    if (subControl == KSC_ToolButtonMenu || subControl == SC_ToolButtonMenu) {
+        if (!arrow)
+            return QRect();
+        return QRect(r.right() - kToolButtonArrowWidth + 1, r.top(), kToolButtonArrowWidth, r.height());
+    }
+    if (arrow)
+        return r.adjusted(0, 0, -kToolButtonArrowWidth, 0);
+    return r;
 }
 
 // --- fallbacks of the plain frame ---

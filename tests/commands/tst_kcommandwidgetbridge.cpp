@@ -17,6 +17,7 @@
 #include <kcommandwidgetbridge.h>
 #include <kcommandwrapaction.h>
 #include <kevent.h>
+#include <ktoolbutton.h>
 
 namespace {
 
@@ -212,27 +213,19 @@ bool runLoopUntil(Pred pred, int timeoutMs = 5000)
 
 } // namespace
 
-// A stand-in carrying the tool button's class name, to reach the wrap action's button branch.
 namespace {
-class KToolButton : public QWidget
-{
-    Q_OBJECT
-    Q_PROPERTY(int buttonStyle READ buttonStyle)
-public:
-    using QWidget::QWidget;
-    int buttonStyle() const { return m_style; }
-public Q_SLOTS:
-    void setButtonStyle(int style) { m_style = style; }
-
-private:
-    int m_style = 5;
-};
-
+// A command whose pocket widget is a tool button with a style of its own (icon and arrow).
 class ButtonCommand : public KCommand
 {
 public:
     ButtonCommand() : KCommand(nullptr, nullptr) {}
-    QWidget* createPocketWidget(QWidget* parent) override { return new KToolButton(parent); }
+    QWidget* createPocketWidget(QWidget* parent) override
+    {
+        auto* button = new KToolButton(parent);
+        button->setButtonStyle(5);
+        button->setDefaultCommand(this);
+        return button;
+    }
 };
 } // namespace
 

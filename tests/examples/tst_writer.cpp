@@ -2,12 +2,14 @@
 
 #include <QDockWidget>
 #include <QListWidget>
-#include <QPlainTextEdit>
+#include <QTextEdit>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QToolBar>
 
 #include <kapptheme.h>
+#include <ksettings.h>
+#include <ktoolbutton.h>
 #include <kcommands.h>
 #include <kdrawhelpfunc.h>
 #include <kcommandwrapaction.h>
@@ -29,6 +31,10 @@ private Q_SLOTS:
     void statesFollowTheDocument();
     void togglesShowAndHidePanels();
     void themeColoursRetintAndPersist();
+    void buttonsShowCommands();
+    void formatTogglesFollowTheCursor();
+    void richTextRoundTrip();
+    void recentFilesSurviveARestart();
 
 private:
     QStringList actionIds(QToolBar* bar) const;
@@ -38,6 +44,7 @@ private:
 void tst_Writer::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true); // the chosen colour is saved in the settings
+    KSettings().remove(QStringLiteral("Writer/RecentFiles")); // left by an earlier run
     KWarningCatcher warnings;
     QVERIFY(KApplication::instance()->setupXml(QStringLiteral(NORVIK_WRITER_UI_DIR "/writer.xml")));
     m_window.reset(new WriterWindow);
@@ -63,14 +70,15 @@ void tst_Writer::barsAndDocksFromTheDescription()
 {
     WriterWindow* w = m_window.data();
     QCOMPARE(w->caption(), QString("Norvik Writer"));
-    QCOMPARE(w->toolBarCount(), 4);
+    QCOMPARE(w->toolBarCount(), 5);
     KToolBar* file = w->findToolBar(w->commands()->command("FileBar"));
     KToolBar* edit = w->findToolBar(w->commands()->command("EditBar"));
     QVERIFY(file);
     QVERIFY(edit);
     QCOMPARE(file->objectName(), QString("FileBar"));
     QCOMPARE(w->dockArea()->toolBarArea(file), Qt::TopToolBarArea);
-    QCOMPARE(actionIds(file), QStringList({"FileNew", "FileOpen", "FileSave", "FileSaveAs"}));
+    QCOMPARE(actionIds(file), QStringList({"FileNew", "FileOpen", "FileSave", "FileSaveAs", "", "RecentFiles"}));
+    QVERIFY(w->findToolBar(w->commands()->command("FormatBar")));
     // Separators are shared commands without an id.
     QCOMPARE(actionIds(edit), QStringList({"EditUndo", "EditRedo", "", "EditCut", "EditCopy", "EditPaste", "",
                                            "EditSelectAll"}));
@@ -100,7 +108,7 @@ void tst_Writer::commandsReachTheHost()
     QCOMPARE(outline->list()->count(), 2);
     QCOMPARE(outline->list()->item(1)->text().trimmed(), QString("Part"));
 
-    w->editor()->appendPlainText("more");
+    w->editor()->append("more");
     w->commands()->command("FileSave")->trigger();
     QFile saved(path);
     QVERIFY(saved.open(QIODevice::ReadOnly));
@@ -189,6 +197,144 @@ void tst_Writer::themeColoursRetintAndPersist()
     theme->setBaseColor(QColor("#123456"), false);
     theme->readBaseColor();
     QCOMPARE(theme->getBaseColor(), QColor("#217346"));
+}
+
+// The first tool button of the bar of listId that stands for the command cmdId.
+static KToolButton* buttonFor(WriterWindow* w, const char* listId, const char* cmdId)
+{
+    KToolBar* bar = w->findToolBar(w->commands()->command(listId));
+    if (!bar)
+        return nullptr;
+    for (QAction* a : bar->actions()) {
+        auto* wrap = qobject_cast<KCommandWrapAction*>(a);
+        if (wrap && wrap->command() && wrap->command()->property("id").toString() == QLatin1String(cmdId))
+            return qobject_cast<KToolButton*>(bar->widgetForAction(a));
+    }
+    return nullptr;
+}
+
+void tst_Writer::buttonsShowCommands()
+{
+    WriterWindow* w = m_window.data();
+    KToolButton* save = buttonFor(w, "FileBar", "FileSave");
+    KToolButton* undo = buttonFor(w, "EditBar", "EditUndo");
+    QVERIFY(save);
+    QVERIFY(undo);
+    // Icons come from the theme's icon folders; the caption shows its mnemonic in a bar.
+    QVERIFY(!save->icon().isNull());
+    QCOMPARE(save->text(), QString("&Save"));
+    QVERIFY(save->needDrawText());
+    QVERIFY(!undo->needDrawText()); // icon only
+    QVERIFY(save->width() > undo->width());
+    QVERIFY(undo->height() >= 20);
+
+    // Disabled states follow the document through the command.
+    w->newFile();
+    QVERIFY(!undo->isEnabled());
+    QTest::keyClicks(w->editor(), "x");
+    QVERIFY(undo->isEnabled());
+
+    // A click on the button runs the command.
+    QSignalSpy saves(w->commands()->command("FileSaveAs"), &KCommand::triggered);
+    KToolButton* selectAll = buttonFor(w, "EditBar", "EditSelectAll");
+    QVERIFY(selectAll);
+    QTest::mouseClick(selectAll, Qt::LeftButton);
+    QCOMPARE(w->editor()->textCursor().selectedText(), QString("x"));
+    QCOMPARE(saves.count(), 0);
+}
+
+void tst_Writer::formatTogglesFollowTheCursor()
+{
+    WriterWindow* w = m_window.data();
+    KCommand* bold = w->commands()->command("FormatBold");
+    KCommand* italic = w->commands()->command("FormatItalic");
+    KToolButton* boldButton = buttonFor(w, "FormatBar", "FormatBold");
+    QVERIFY(bold);
+    QVERIFY(italic);
+    QVERIFY(boldButton);
+    w->newFile();
+    QTest::keyClicks(w->editor(), "plain ");
+    QVERIFY(!bold->checkedHint());
+    QTest::mouseClick(boldButton, Qt::LeftButton);
+    QVERIFY(bold->checkedHint());
+    QVERIFY(boldButton->isChecked());
+    QTest::keyClicks(w->editor(), "strong");
+    italic->trigger();
+    QTest::keyClicks(w->editor(), "both");
+
+    QTextCursor cursor = w->editor()->textCursor();
+    cursor.setPosition(3); // inside "plain"
+    w->editor()->setTextCursor(cursor);
+    QVERIFY(!bold->checkedHint());
+    QVERIFY(!boldButton->isChecked());
+    QVERIFY(!italic->checkedHint());
+    cursor.setPosition(9); // inside "strong"
+    w->editor()->setTextCursor(cursor);
+    QVERIFY(bold->checkedHint());
+    QVERIFY(!italic->checkedHint());
+    cursor.movePosition(QTextCursor::End);
+    w->editor()->setTextCursor(cursor);
+    QVERIFY(bold->checkedHint());
+    QVERIFY(italic->checkedHint());
+    // Toggling again takes the format off for what comes next.
+    bold->trigger();
+    QVERIFY(!bold->checkedHint());
+}
+
+void tst_Writer::richTextRoundTrip()
+{
+    WriterWindow* w = m_window.data();
+    QTemporaryDir dir;
+    w->newFile();
+    QTest::keyClicks(w->editor(), "a ");
+    w->commands()->command("FormatBold")->trigger();
+    QTest::keyClicks(w->editor(), "bold");
+    const QString html = dir.filePath("page.html");
+    const QString text = dir.filePath("page.txt");
+    QVERIFY(w->saveFile(html));
+    QVERIFY(w->saveFile(text));
+    QFile plain(text);
+    QVERIFY(plain.open(QIODevice::ReadOnly));
+    QCOMPARE(plain.readAll(), QByteArray("a bold"));
+
+    QVERIFY(w->openFile(html));
+    QCOMPARE(w->editor()->toPlainText(), QString("a bold"));
+    QTextCursor cursor = w->editor()->textCursor();
+    cursor.setPosition(4);
+    w->editor()->setTextCursor(cursor);
+    QVERIFY(w->commands()->command("FormatBold")->checkedHint());
+    // A plain text file stays plain, markup and all.
+    KTestSupport::writeFile(text, "<b>not bold</b>");
+    QVERIFY(w->openFile(text));
+    QCOMPARE(w->editor()->toPlainText(), QString("<b>not bold</b>"));
+}
+
+void tst_Writer::recentFilesSurviveARestart()
+{
+    WriterWindow* w = m_window.data();
+    auto* recent = qobject_cast<WriterRecentFilesCommand*>(w->commands()->command("RecentFiles"));
+    QVERIFY(recent);
+    recent->setStrings({});
+    QTemporaryDir dir;
+    const QString a = KTestSupport::writeFile(dir.filePath("a.txt"), "alpha");
+    const QString b = KTestSupport::writeFile(dir.filePath("b.txt"), "beta");
+    QVERIFY(w->openFile(a));
+    QVERIFY(w->openFile(b));
+    QVERIFY(w->openFile(a));
+    QCOMPARE(recent->getStrings(), QStringList({QFileInfo(a).absoluteFilePath(), QFileInfo(b).absoluteFilePath()}));
+    // Numbered entries, as the description asks.
+    QCOMPARE(recent->subCommand(1)->text(), QString("2 ") + QFileInfo(b).absoluteFilePath());
+
+    // Choosing an entry opens its file.
+    recent->subCommand(1)->trigger();
+    QCOMPARE(w->editor()->toPlainText(), QString("beta"));
+    QCOMPARE(w->filePath(), QFileInfo(b).absoluteFilePath());
+
+    // The next start reads the same list from the settings.
+    WriterRecentFilesCommand nextStart(w, nullptr);
+    nextStart.setSettingsKey(recent->settingsKey());
+    QCOMPARE(nextStart.getStrings(), recent->getStrings());
+    recent->setStrings({});
 }
 
 NORVIK_TEST_MAIN(tst_Writer)

@@ -1,0 +1,79 @@
+#include "krblogicgroupvisibletogglecommand.h"
+
+#include <QWidget>
+
+#include <kapplication.h>
+#include <kcommandfactory.h>
+#include <kmainwindow.h>
+
+static KCommandFactoryItem<KRbLogicGroupVisibleToggleCommand, QObject>
+    s_logicGroupVisibleToggleItem(QStringLiteral("KRbLogicGroupVisibleToggleCommand"), QStringLiteral("QObject"));
+
+namespace {
+int ribbonStatus(QWidget* ribbon, bool* ok)
+{
+    int status = 0;
+    *ok = QMetaObject::invokeMethod(ribbon, "status", Qt::DirectConnection, Q_RETURN_ARG(int, status));
+    return status;
+}
+} // namespace
+
+KRbLogicGroupVisibleToggleCommand::KRbLogicGroupVisibleToggleCommand(QObject* host, QObject* parent)
+    : KTriggerCommand(host, parent)
+{
+}
+
+KRbLogicGroupVisibleToggleCommand::~KRbLogicGroupVisibleToggleCommand() = default;
+
+QWidget* KRbLogicGroupVisibleToggleCommand::_ribbon() const
+{
+    KApplication* app = KApplication::instance();
+    KMainWindow* window = app ? app->findRelativeMainWindow(host()) : nullptr;
+    if (!window)
+        return nullptr;
+    // The ribbon lives in the ribbon area of the framework; the main window hands it out
+    // as its header bar.
+    QWidget* ribbon = nullptr;
+    if (!QMetaObject::invokeMethod(window, "headerBar", Qt::DirectConnection, Q_RETURN_ARG(QWidget*, ribbon)))
+        return nullptr;
+    return ribbon;
+}
+
+void KRbLogicGroupVisibleToggleCommand::onTriggered()
+{
+    QWidget* ribbon = _ribbon();
+    if (!ribbon)
+        return;
+    bool ok = false;
+    const int status = ribbonStatus(ribbon, &ok);
+    if (!ok)
+        return;
+    // Shown folds; folded shows; stuck open folds for good.
+    const int next = status == 1 ? 0 : 1;
+    QMetaObject::invokeMethod(ribbon, "setStatus", Qt::DirectConnection, Q_ARG(int, next), Q_ARG(bool, true));
+    setIcon(status == 1 ? m_iconExtent : m_iconHide);
+}
+
+void KRbLogicGroupVisibleToggleCommand::update()
+{
+    QWidget* ribbon = _ribbon();
+    if (!ribbon)
+        return;
+    bool ok = false;
+    const int status = ribbonStatus(ribbon, &ok);
+    if (!ok)
+        return;
+    switch (status) {
+    case 0:
+        setIcon(m_iconExtent);
+        break;
+    case 1:
+        setIcon(m_iconHide);
+        break;
+    case 2:
+        setIcon(m_iconStick);
+        break;
+    default:
+        break;
+    }
+}

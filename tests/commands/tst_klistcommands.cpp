@@ -1,0 +1,536 @@
+#include <ktestsupport.h>
+
+#include <QSignalSpy>
+#include <QMenu>
+#include <QStandardPaths>
+
+#include <kcommandfactory.h>
+#include <kcomposelistcommand.h>
+#include <kcontextcategorycommand.h>
+#include <klayoutwidgetcommand.h>
+#include <kmenucommand.h>
+#include <kmrucommand.h>
+#include <kquickmenucommand.h>
+#include <krbdonotshowhotkeycommand.h>
+#include <krbdonotshowhotkeytoolbutton.h>
+#include <krblogicgroupcommand.h>
+#include <krblogicgroupvisibletogglecommand.h>
+#include <kseparatorcommand.h>
+#include <ksettings.h>
+#include <ktoolbarpopupmenucommand.h>
+#include <ktoolbartoggleviewcommand.h>
+#include <ktoolbutton.h>
+#include <ktriggercommand.h>
+#include <kvisibletogglecommand.h>
+
+namespace {
+
+// A host's recent-file list: records which entry was chosen.
+class RecordingMru : public KMRUCommand
+{
+public:
+    using KMRUCommand::KMRUCommand;
+    QList<int> chosen;
+
+protected:
+    void onTriggered() override { chosen << index(); }
+};
+
+// A parser that fills a list from code the first time it is read.
+class FillingParser : public KSubCommandParser
+{
+public:
+    explicit FillingParser(int n) : m_n(n) {}
+    void setupCommandXML(KAbstractListCommand* list, const QString&) override
+    {
+        ++calls;
+        auto* l = static_cast<KListCommand*>(list);
+        for (int i = 0; i < m_n; ++i) {
+            auto* c = new KTriggerCommand(list, list);
+            c->setText(QString("late%1").arg(i));
+            l->addSubCommand(c);
+        }
+    }
+    int calls = 0;
+
+private:
+    int m_n;
+};
+
+QStringList texts(KCommand* list)
+{
+    QStringList out;
+    for (int i = 0; i < list->count(); ++i)
+        out << list->subCommand(i)->text();
+    return out;
+}
+
+} // namespace
+
+class tst_KListCommands : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void factoryRegistrations_data();
+    void factoryRegistrations();
+    void mruItemsFollowStrings();
+    void mruAutoShortCutAndTrigger();
+    void mruKeepsStringsInSettings();
+    void quickMenuFace();
+    void quickMenuEnablement();
+    void visibilityFollowers();
+    void menuCommandBuildsFromCode();
+    void composeLoadsDelayedList();
+    void clones();
+    void pocketWidgets();
+};
+
+void tst_KListCommands::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    QCoreApplication::setOrganizationName(QStringLiteral("NorvikTest"));
+    KApplication::instance()->setProductName(QStringLiteral("ListCommandsTest"));
+}
+
+void tst_KListCommands::factoryRegistrations_data()
+{
+    QTest::addColumn<QString>("className");
+    for (const char* name : {"KTriggerCommand", "KListCommand", "KRbLogicGroupCommand", "KComposeListCommand",
+                             "KQuickMenuCommand", "KVisibleToggleCommand", "KRbLogicGroupVisibleToggleCommand",
+                             "KRbDonotShowHotKeyCommand", "KLayoutWidgetCommand", "KToolBarToggleViewCommand",
+                             "KToolBarPopupMenuCommand"})
+        QTest::newRow(name) << QString(name);
+}
+
+void tst_KListCommands::factoryRegistrations()
+{
+    QFETCH(QString, className);
+    QObject host;
+    QScopedPointer<KCommand> cmd(KCommandFactory::createCommand(className, &host, nullptr));
+    QVERIFY(cmd);
+    QCOMPARE(QString(cmd->metaObject()->className()), className);
+    QCOMPARE(cmd->host(), &host);
+}
+
+void tst_KListCommands::mruItemsFollowStrings()
+{
+    KMRUCommand mru(this, nullptr);
+    QSignalSpy inserted(&mru, &KAbstractListCommand::subCommandInsert);
+    QSignalSpy removed(&mru, &KAbstractListCommand::subCommandRemove);
+    mru.setStrings({"a", "b", "c"});
+    QCOMPARE(mru.count(), 3);
+    QCOMPARE(inserted.count(), 3);
+    QCOMPARE(texts(&mru), QStringList({"a", "b", "c"}));
+    auto* first = qobject_cast<KMRUItemCommand*>(mru.subCommand(0));
+    QVERIFY(first);
+    QCOMPARE(first->host(), &mru);
+    QCOMPARE(first->parent(), &mru);
+
+    // Fewer strings: the surplus goes from the last down; the rest are renamed.
+    mru.setStrings({"x"});
+    QCOMPARE(removed.count(), 2);
+    QCOMPARE(removed.at(0).at(0).toInt(), 2);
+    QCOMPARE(removed.at(1).at(0).toInt(), 1);
+    QCOMPARE(mru.subCommand(0), first);
+    QCOMPARE(texts(&mru), QStringList({"x"}));
+    QCOMPARE(mru.indexOf(first), 0);
+
+    // A limit cuts; lowering the limit to 0 brings nothing back, -1 is no limit.
+    mru.setMaxItems(3);
+    mru.setStrings({"1", "2", "3", "4", "5"});
+    QCOMPARE(mru.count(), 3);
+    QCOMPARE(mru.getStrings(), QStringList({"1", "2", "3"}));
+    mru.setMaxItems(2);
+    QCOMPARE(texts(&mru), QStringList({"1", "2"}));
+    mru.setMaxItems(0);
+    QCOMPARE(mru.count(), 2);
+    mru.setMaxItems(-1);
+    mru.setStrings({"1", "2", "3", "4", "5"});
+    QCOMPARE(mru.count(), 5);
+
+    // The list's enablement reaches the items on request.
+    mru.setEnabled(false);
+    QVERIFY(mru.subCommand(4)->isEnabled());
+    mru.updateAllItems();
+    QVERIFY(!mru.subCommand(4)->isEnabled());
+}
+
+void tst_KListCommands::mruAutoShortCutAndTrigger()
+{
+    RecordingMru mru(this, nullptr);
+    mru.setAutoShortCut(true);
+    QStringList files;
+    for (int i = 0; i < 10; ++i)
+        files << QString("f%1").arg(i);
+    mru.setStrings(files);
+    QCOMPARE(mru.subCommand(0)->text(), QString("1 f0"));
+    QCOMPARE(mru.subCommand(0)->property("hotKey").toString(), QString("1"));
+    // No cap at 9.
+    QCOMPARE(mru.subCommand(9)->text(), QString("10 f9"));
+    QCOMPARE(mru.subCommand(9)->property("hotKey").toString(), QString("10"));
+
+    QSignalSpy itemTriggered(mru.subCommand(3), &KCommand::triggered);
+    mru.subCommand(3)->trigger();
+    QCOMPARE(itemTriggered.count(), 1);
+    QCOMPARE(mru.chosen, QList<int>({3}));
+    QCOMPARE(mru.index(), 3);
+
+    // Turning numbering off renames the items at once.
+    mru.setAutoShortCut(false);
+    QCOMPARE(mru.subCommand(0)->text(), QString("f0"));
+}
+
+void tst_KListCommands::mruKeepsStringsInSettings()
+{
+    const QString key = QStringLiteral("Test/Recent");
+    {
+        KSettings settings;
+        settings.remove(key);
+    }
+    {
+        KMRUCommand mru(this, nullptr);
+        mru.setSettingsKey(key);
+        QCOMPARE(mru.count(), 0);
+        mru.setStrings({"/a/one.txt", "/b/two.html", "/c/three.txt"});
+        mru.setStrings({"/b/two.html", "/a/one.txt"}); // a shorter list leaves nothing stale
+    }
+    {
+        KSettings settings;
+        QCOMPARE(settings.value(key + "/count").toInt(), 2);
+        QVERIFY(!settings.contains(key + "/item3"));
+    }
+    // The next start: a list with the same key and a smaller limit.
+    KMRUCommand again(this, nullptr);
+    again.setMaxItems(1);
+    again.setSettingsKey(key);
+    QCOMPARE(again.getStrings(), QStringList({"/b/two.html"}));
+
+    // Without a key nothing is written.
+    KMRUCommand loose(this, nullptr);
+    loose.setStrings({"/elsewhere"});
+    KSettings settings;
+    QCOMPARE(settings.value(key + "/item1").toString(), QString("/b/two.html"));
+}
+
+void tst_KListCommands::quickMenuFace()
+{
+    KQuickMenuCommand quick(this, nullptr);
+    // No reference: visible, disabled, and a click does nothing.
+    QVERIFY(quick.isVisible());
+    QVERIFY(!quick.isEnabled());
+    QVERIFY(quick.isTriggerable());
+
+    KTriggerCommand red(this, nullptr), blue(this, nullptr);
+    red.setText("Red");
+    red.setProperty("hotKey", "R");
+    blue.setText("Blue");
+    blue.setCustomTip("tipBlue");
+    blue.setCustomTip2("second");
+    // A handler of the item that was connected before the item joined the list.
+    QStringList order;
+    connect(&blue, &KCommand::triggered, this, [&] { order << (quick.referenceCommand() == &blue ? "late" : "first"); });
+    quick.addSubCommand(&red);
+    quick.addSeparator();
+    quick.addSubCommand(&blue);
+    quick.trigger(); // nothing to run
+
+    // The triggered item becomes the face, after the item's own handlers have run.
+    blue.trigger();
+    QCOMPARE(order, QStringList({"first"}));
+    QCOMPARE(quick.referenceCommand(), &blue);
+    QCOMPARE(quick.text(), QString("Blue"));
+    QCOMPARE(quick.customTip(), QString("tipBlue"));
+    QVERIFY(quick.customTip2().isEmpty()); // not copied
+
+    // The face follows its reference, and a click on it runs the reference.
+    blue.setText("Navy");
+    QCOMPARE(quick.text(), QString("Navy"));
+    QSignalSpy blueRuns(&blue, &KCommand::triggered);
+    quick.trigger();
+    QCOMPARE(blueRuns.count(), 1);
+
+    red.trigger();
+    QCOMPARE(quick.referenceCommand(), &red);
+    QCOMPARE(quick.property("hotKey").toString(), QString("R"));
+    blue.setText("Sky");
+    QCOMPARE(quick.text(), QString("Red")); // the old face is no longer followed
+
+    // An item taken out no longer becomes the face.
+    quick.removeSubCommand(2);
+    blue.trigger();
+    QCOMPARE(quick.referenceCommand(), &red);
+
+    // A reference that dies leaves the empty face.
+    {
+        KTriggerCommand temp(this, nullptr);
+        temp.setText("Temp");
+        quick.setReferenceCommand(&temp);
+        QCOMPARE(quick.text(), QString("Temp"));
+    }
+    QVERIFY(!quick.referenceCommand());
+    quick.syncCommand();
+    QVERIFY(quick.text().isEmpty());
+    QVERIFY(!quick.isEnabled());
+}
+
+void tst_KListCommands::quickMenuEnablement()
+{
+    KQuickMenuCommand quick(this, nullptr);
+    KTriggerCommand a(this, nullptr), b(this, nullptr);
+    quick.addSubCommand(&a);
+    quick.addSubCommand(&b);
+    a.trigger();
+    QCOMPARE(quick.referenceCommand(), &a);
+    quick.setEnabled(false);
+    // Both items enabled, but the reference's state did not move and no item differs from
+    // it: nothing is remembered, the face stays as it is.
+    quick.update();
+    QVERIFY(!quick.isEnabled());
+    // An item that stands apart from the reference makes the face look again.
+    b.setEnabled(false);
+    quick.update();
+    QVERIFY(quick.isEnabled()); // a is enabled
+    // Now nothing is enabled, but the reference agrees with b's noted state and its own did
+    // not move during the update: the face keeps its stale state until the next real change.
+    a.setEnabled(false);
+    quick.update();
+    QVERIFY(quick.isEnabled());
+    QVERIFY(!quick.hasEnableSubCommand());
+}
+
+void tst_KListCommands::visibilityFollowers()
+{
+    // A visible toggle flips its command and shows its state.
+    KTriggerCommand panel(this, nullptr);
+    KVisibleToggleCommand toggle(this, nullptr);
+    toggle.setDefaultCommand(&panel);
+    QVERIFY(toggle.checkedHint());
+    toggle.trigger();
+    QVERIFY(!panel.isVisible());
+    QVERIFY(!toggle.checkedHint());
+    panel.setVisible(true);
+    QVERIFY(toggle.checkedHint());
+
+    // A ribbon group shows while any item shows, without updating them.
+    KRbLogicGroupCommand group(this, nullptr);
+    KTriggerCommand x(this, nullptr), y(this, nullptr);
+    group.addSubCommand(&x);
+    group.addSubCommand(&y);
+    x.setVisible(false);
+    group.update();
+    QVERIFY(group.isVisible());
+    y.setVisible(false);
+    group.update();
+    QVERIFY(!group.isVisible());
+    x.setVisible(true);
+    group.update();
+    QVERIFY(group.isVisible());
+
+    // A tool-bar drop-down hides with all its items hidden and does not come back.
+    KToolBarPopupMenuCommand popup(this, nullptr);
+    KTriggerCommand p(this, nullptr);
+    popup.addSubCommand(&p);
+    popup.update();
+    QVERIFY(popup.isVisible());
+    p.setVisible(false);
+    popup.update();
+    QVERIFY(!popup.isVisible());
+    p.setVisible(true);
+    popup.update();
+    QVERIFY(!popup.isVisible());
+
+    // A tool-bar toggle without a bar to toggle hides; with a fixed action it follows it.
+    KToolBarToggleViewCommand barToggle(this, nullptr);
+    barToggle.update();
+    QVERIFY(!barToggle.isVisible());
+    QAction action("Standard", nullptr);
+    action.setCheckable(true);
+    action.setChecked(true);
+    barToggle.setAction(&action);
+    barToggle.update();
+    QCOMPARE(barToggle.text(), QString("Standard"));
+    QVERIFY(barToggle.checkedHint());
+    barToggle.trigger();
+    QVERIFY(!action.isChecked());
+
+    // The ribbon toggle without a window does nothing, quietly.
+    KRbLogicGroupVisibleToggleCommand ribbonToggle(this, nullptr);
+    ribbonToggle.trigger();
+    ribbonToggle.update();
+    QVERIFY(ribbonToggle.icon().isNull());
+
+    KContextCategoryCommand context(this, nullptr);
+    QCOMPARE(context.getContextThemeTag(), QString("none"));
+}
+
+void tst_KListCommands::menuCommandBuildsFromCode()
+{
+    QObject host;
+    auto* menu = new KMenuCommand(&host);
+    QCOMPARE(menu->parent(), &host);
+    KMenuCommand* sub = menu->addMenu("&Recent");
+    KTriggerCommand* open = menu->addMenuItem("&Open");
+    menu->addSeparator();
+    QCOMPARE(menu->count(), 3);
+    QCOMPARE(sub->host(), &host);
+    QCOMPARE(open->parent(), &host);
+    QCOMPARE(open->text(), QString("Open"));
+    QCOMPARE(open->property("hotKey").toString(), QString("O"));
+    QVERIFY(KSeparatorCommand::isSeparator(menu->subCommand(2)));
+    QSignalSpy runs(open, &KCommand::triggered);
+    menu->subCommand(1)->trigger();
+    QCOMPARE(runs.count(), 1);
+}
+
+void tst_KListCommands::composeLoadsDelayedList()
+{
+    KListCommand delayed(this, nullptr);
+    FillingParser parser(2);
+    delayed.setDelayloadPath("later.xml");
+    delayed.setSubCommandParser(&parser);
+    KTriggerCommand head(this, nullptr);
+    head.setText("head");
+
+    KComposeListCommand compose(this, nullptr);
+    QSignalSpy inserted(&compose, &KAbstractListCommand::subCommandInsert);
+    compose.insertSubCommandOrig(0, &head);
+    compose.insertComposedSubCommandOrig(1, &delayed);
+    // The delayed list was loaded once, and its own insertions were not heard twice.
+    QCOMPARE(parser.calls, 1);
+    QCOMPARE(inserted.count(), 3);
+    QCOMPARE(texts(&compose), QStringList({"head", "late0", "late1"}));
+
+    // The composed list grows and shrinks; the flat list follows at the right place.
+    KTriggerCommand more(this, nullptr);
+    more.setText("more");
+    delayed.insertSubCommand(1, &more);
+    QCOMPARE(texts(&compose), QStringList({"head", "late0", "more", "late1"}));
+    QCOMPARE(inserted.last().at(0).toInt(), 2);
+    delayed.removeSubCommand(0);
+    QCOMPARE(texts(&compose), QStringList({"head", "more", "late1"}));
+
+    // Taking the composed item out drops all its entries.
+    compose.removeSubCommandOrig(1);
+    QCOMPARE(texts(&compose), QStringList({"head"}));
+    delayed.addSubCommand(&more);
+    QCOMPARE(compose.count(), 1);
+}
+
+void tst_KListCommands::clones()
+{
+    QObject newHost;
+    // Every trigger-command family clones to a plain trigger command that forwards.
+    KTriggerCommand panel(this, nullptr);
+    QList<KTriggerCommand*> sources;
+    auto* visible = new KVisibleToggleCommand(this, this);
+    visible->setDefaultCommand(&panel);
+    sources << visible << new KRbDonotShowHotKeyCommand(this, this) << new KToolBarToggleViewCommand(this, this)
+            << new KRbLogicGroupVisibleToggleCommand(this, this);
+    RecordingMru mru(this, nullptr);
+    mru.setStrings({"only"});
+    sources << static_cast<KTriggerCommand*>(mru.subCommand(0));
+    for (KTriggerCommand* source : sources) {
+        source->setText(QString("src-") + source->metaObject()->className());
+        QScopedPointer<KCommand> copy(source->clone(&newHost, nullptr));
+        QVERIFY(copy);
+        QCOMPARE(copy->metaObject(), &KTriggerCommand::staticMetaObject);
+        QCOMPARE(copy->text(), source->text());
+        QSignalSpy sourceRuns(source, &KCommand::triggered);
+        copy->trigger();
+        QCOMPARE(sourceRuns.count(), 1);
+    }
+    QVERIFY(!panel.isVisible()); // the visible toggle's own behaviour ran through its clone
+    QCOMPARE(mru.chosen, QList<int>({0}));
+
+    // List classes without a clone of their own clone to a plain list.
+    KRbLogicGroupCommand group(this, nullptr);
+    KTriggerCommand item(this, nullptr);
+    item.setText("item");
+    group.addSubCommand(&item);
+    QScopedPointer<KCommand> groupCopy(group.clone(&newHost, nullptr));
+    QCOMPARE(groupCopy->metaObject(), &KListCommand::staticMetaObject);
+    QCOMPARE(texts(groupCopy.data()), QStringList({"item"}));
+
+    // A quick menu clones to a quick menu, with a clone of its reference.
+    KQuickMenuCommand quick(this, nullptr);
+    quick.addSubCommand(&item);
+    item.trigger();
+    QScopedPointer<KCommand> quickCopy(quick.clone(&newHost, nullptr));
+    auto* quickClone = qobject_cast<KQuickMenuCommand*>(quickCopy.data());
+    QVERIFY(quickClone);
+    QVERIFY(quickClone->referenceCommand());
+    QVERIFY(quickClone->referenceCommand() != &item);
+    QCOMPARE(quickClone->text(), QString("item"));
+    QCOMPARE(quickClone->count(), 1);
+    QSignalSpy itemRuns(&item, &KCommand::triggered);
+    quickClone->trigger();
+    QCOMPARE(itemRuns.count(), 1);
+
+    // Commands without a clone give none.
+    KMRUCommand plainMru(this, nullptr);
+    QVERIFY(!plainMru.clone(&newHost, nullptr));
+    KLayoutWidgetCommand spacer(this, nullptr);
+    QVERIFY(!spacer.clone(&newHost, nullptr));
+}
+
+void tst_KListCommands::pocketWidgets()
+{
+    QWidget parent;
+    KTriggerCommand trigger(this, nullptr);
+    trigger.setText("Go");
+    auto* button = qobject_cast<KToolButton*>(trigger.requestWidget(&parent, KCommand::PocketPurpose));
+    QVERIFY(button);
+    QCOMPARE(button->command(), &trigger);
+    QCOMPARE(trigger.lastButton(), button);
+    QCOMPARE(button->text(), QString("Go"));
+
+    KRbDonotShowHotKeyCommand hidden(this, nullptr);
+    QVERIFY(qobject_cast<KRbDonotShowHotKeyToolButton*>(hidden.requestWidget(&parent, KCommand::PocketPurpose)));
+
+    KLayoutWidgetCommand spacer(this, nullptr);
+    spacer.setFixedWidth(12);
+    spacer.setFixedHeight(30);
+    QWidget* gap = spacer.requestWidget(&parent, KCommand::PocketPurpose);
+    QCOMPARE(gap->minimumSize(), QSize(12, 30));
+    QCOMPARE(gap->maximumSize(), QSize(12, 30));
+
+    // A list gives a button with its name and the drop-down arrow, unless told to hide it.
+    KListCommand list(this, nullptr);
+    list.setText("More");
+    auto* listButton = qobject_cast<KToolButton*>(list.requestWidget(&parent, KCommand::PocketPurpose));
+    QVERIFY(listButton);
+    QCOMPARE(listButton->text(), QString("More"));
+    QVERIFY(listButton->buttonStyle() & KToolButton::StyleArrow);
+    // Until the framework's menu button exists, a click lists the items in a plain menu
+    // whose actions trigger them.
+    KTriggerCommand first(this, nullptr), hiddenItem(this, nullptr);
+    first.setText("First");
+    hiddenItem.setText("Hidden");
+    hiddenItem.setVisible(false);
+    list.addSubCommand(&first);
+    list.addSeparator();
+    list.addSubCommand(&hiddenItem);
+    parent.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&parent));
+    QTest::mouseClick(listButton, Qt::LeftButton, {}, QPoint(3, 3));
+    auto* menu = listButton->findChild<QMenu*>();
+    QVERIFY(menu);
+    QVERIFY(listButton->isDown());
+    QStringList shown;
+    for (QAction* a : menu->actions())
+        shown << (a->isSeparator() ? QString("-") : a->text());
+    QCOMPARE(shown, QStringList({"First", "-"}));
+    QSignalSpy runs(&first, &KCommand::triggered);
+    menu->actions().first()->trigger();
+    QCOMPARE(runs.count(), 1);
+    menu->close();
+    QVERIFY(!listButton->isDown());
+
+    list.setHideArrowHint(true);
+    auto* bare = qobject_cast<KToolButton*>(list.requestWidget(&parent, KCommand::PocketPurpose));
+    QVERIFY(!(bare->buttonStyle() & KToolButton::StyleArrow));
+}
+
+NORVIK_TEST_MAIN(tst_KListCommands)
+#include "tst_klistcommands.moc"

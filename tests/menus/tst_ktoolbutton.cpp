@@ -1,0 +1,518 @@
+#include <ktestsupport.h>
+
+#include <QImage>
+#include <QMouseEvent>
+#include <QSignalSpy>
+#include <QStyleFactory>
+#include <QVBoxLayout>
+#include <functional>
+
+#include <kappidlesvr.h>
+#include <kblockedmouseevent.h>
+#include <kcolorselectesbutton.h>
+#include <kcommandwidgetbridge.h>
+#include <kevent.h>
+#include <korbstyle.h>
+#include <krbdonotshowhotkeytoolbutton.h>
+#include <ktoolbutton.h>
+#include <ktriggercommand.h>
+
+namespace {
+
+// A command whose state only moves when it is asked (update()), as a host's commands do.
+class PolledCommand : public KTriggerCommand
+{
+public:
+    using KTriggerCommand::KTriggerCommand;
+    bool wanted = false;
+    int updates = 0;
+    void update() override
+    {
+        ++updates;
+        setCheckedHint(wanted);
+    }
+};
+
+// A parent that writes down every event of interest, and accepts none of them.
+class Recorder : public QWidget
+{
+public:
+    QStringList* log = nullptr;
+    bool acceptDismiss = false;
+
+protected:
+    bool event(QEvent* e) override
+    {
+        if (e->type() == KEvent::eventType(KEvent::Dismiss)) {
+            *log << objectName() + ":dismiss";
+            if (acceptDismiss) {
+                e->accept();
+                return true;
+            }
+        }
+        return QWidget::event(e);
+    }
+};
+
+QIcon redIcon()
+{
+    QPixmap p(16, 16);
+    p.fill(Qt::red);
+    return QIcon(p);
+}
+
+int paintedPixels(QWidget* w)
+{
+    QImage image(w->size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    w->render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            n += qAlpha(image.pixel(x, y)) != 0;
+    return n;
+}
+
+// Runs a real event loop (the idle service works when the loop is about to block, which
+// QTest::qWait never lets it do) until pred holds or the time is up.
+bool runLoopUntil(const std::function<bool()>& pred, int timeoutMs = 3000)
+{
+    QEventLoop loop;
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+        if (pred())
+            loop.quit();
+    });
+    poll.start(20);
+    QTimer::singleShot(timeoutMs, &loop, &QEventLoop::quit);
+    loop.exec();
+    return pred();
+}
+
+QStringList s_tips;
+bool recordTip(QWidget*, KCommand* command, const QPoint&)
+{
+    s_tips << command->customTip();
+    return true;
+}
+
+} // namespace
+
+class tst_KToolButton : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void followsCommandChanges();
+    void captionAndStyleWord();
+    void followsIdleUpdates();
+    void clicks_data();
+    void clicks();
+    void dismissReachesParentsFirst();
+    void pressedLook();
+    void needDrawText_data();
+    void needDrawText();
+    void sizesAndAutoHide();
+    void hoverUnderPopup();
+    void richToolTip();
+    void painting();
+};
+
+void tst_KToolButton::initTestCase()
+{
+    // The framework's style frame over the stock one, as an application with a theme has.
+    QApplication::setStyle(new KORBStyle(QStyleFactory::create("Fusion")));
+}
+
+void tst_KToolButton::followsCommandChanges()
+{
+    KTriggerCommand cmd(this, nullptr);
+    cmd.setText("Bold");
+    cmd.setIcon(redIcon());
+    cmd.setCheckedHint(true);
+    cmd.setDetail("Make it bold");
+    cmd.setCustomTip("tipBold");
+    cmd.setProperty("text2", "second");
+    KToolButton button;
+    button.setDefaultCommand(&cmd);
+    QCOMPARE(button.text(), QString("Bold"));
+    QCOMPARE(button.icon().cacheKey(), cmd.icon().cacheKey());
+    QVERIFY(button.isChecked());
+    QCOMPARE(button.toolTip(), cmd.getToolTip());
+    QCOMPARE(button.getCustomTip(), QString("tipBold"));
+    QCOMPARE(button.text2(), QString("second"));
+    QVERIFY(KApplication::instance()->idleSvr()->isRegistered(&button));
+
+    cmd.setEnabled(false);
+    QVERIFY(!button.isEnabled());
+    cmd.setCheckedHint(false);
+    QVERIFY(!button.isChecked());
+    cmd.setText("Heavy");
+    QCOMPARE(button.text(), QString("Heavy"));
+    cmd.setVisible(false);
+    QVERIFY(button.isHidden());
+    cmd.setVisible(true);
+    QVERIFY(!button.isHidden());
+
+    // A second command replaces the first entirely.
+    KTriggerCommand other(this, nullptr);
+    other.setText("Other");
+    button.setDefaultCommand(&other);
+    cmd.setText("Ignored");
+    QCOMPARE(button.text(), QString("Other"));
+    QSignalSpy firstRuns(&cmd, &KCommand::triggered);
+    QTest::mouseClick(&button, Qt::LeftButton);
+    QCOMPARE(firstRuns.count(), 0);
+
+    // A command that dies leaves a button that no longer touches it.
+    auto* doomed = new KTriggerCommand(this, nullptr);
+    button.setDefaultCommand(doomed);
+    delete doomed;
+    QVERIFY(!button.command());
+    QTest::mouseClick(&button, Qt::LeftButton);
+    KEvent idle(KEvent::Idle);
+    QVERIFY(QCoreApplication::sendEvent(&button, &idle));
+}
+
+void tst_KToolButton::captionAndStyleWord()
+{
+    KTriggerCommand cmd(this, nullptr);
+    cmd.setText("Save & Close & Exit");
+    KToolButton button;
+    button.setButtonStyle(3);
+    button.setDefaultCommand(&cmd);
+    // Only the first ampersand is doubled.
+    QCOMPARE(button.text(), QString("Save && Close & Exit"));
+    // A command without a style of its own leaves the button's; one with a style gives it.
+    QCOMPARE(button.buttonStyle(), 3);
+    cmd.setButtonStyle(5);
+    QCOMPARE(button.buttonStyle(), 5);
+    // A new style word sets the caption again, now without the doubling.
+    QCOMPARE(button.text(), QString("Save & Close & Exit"));
+    cmd.setText("Open");
+    cmd.setProperty("hotKey", "O");
+    cmd.setDialogHint(true);
+    button.setButtonStyle(5 | KToolButton::StyleHotKey);
+    QCOMPARE(button.text(), cmd.getDrawText());
+    QVERIFY(button.text().contains('&'));
+    QVERIFY(button.needShowHotKey());
+}
+
+void tst_KToolButton::followsIdleUpdates()
+{
+    PolledCommand cmd(this, nullptr);
+    QWidget window;
+    auto* button = new KToolButton(&window);
+    button->setDefaultCommand(&cmd);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+
+    // Directly: the idle event asks the command, and the change reaches the button.
+    cmd.wanted = true;
+    KEvent idle(KEvent::Idle);
+    QVERIFY(QCoreApplication::sendEvent(button, &idle));
+    QVERIFY(button->isChecked());
+
+    // Through the application's idle service, with no one pushing the change.
+    KAppIdleSvr* svr = KApplication::instance()->idleSvr();
+    const bool wasRunning = svr->isRunning();
+    svr->start();
+    cmd.wanted = false;
+    const int before = cmd.updates;
+    svr->resetIdle(nullptr); // what the next input event does
+    QVERIFY(runLoopUntil([button] { return !button->isChecked(); }));
+    QVERIFY(cmd.updates > before);
+    if (!wasRunning)
+        svr->stop();
+}
+
+void tst_KToolButton::clicks_data()
+{
+    QTest::addColumn<int>("mouseButton");
+    QTest::addColumn<bool>("inside");
+    QTest::addColumn<int>("left");
+    QTest::addColumn<int>("right");
+    QTest::addColumn<int>("clicked");
+    QTest::addColumn<int>("triggered");
+    QTest::newRow("left inside") << int(Qt::LeftButton) << true << 1 << 0 << 1 << 1;
+    QTest::newRow("right inside") << int(Qt::RightButton) << true << 0 << 1 << 1 << 0;
+    QTest::newRow("middle inside") << int(Qt::MiddleButton) << true << 0 << 0 << 1 << 0;
+    QTest::newRow("left released outside") << int(Qt::LeftButton) << false << 0 << 0 << 0 << 0;
+    QTest::newRow("right released outside") << int(Qt::RightButton) << false << 0 << 0 << 0 << 0;
+}
+
+void tst_KToolButton::clicks()
+{
+    QFETCH(int, mouseButton);
+    QFETCH(bool, inside);
+    KTriggerCommand cmd(this, nullptr);
+    QStringList log;
+    Recorder parent;
+    parent.log = &log;
+    parent.setObjectName("parent");
+    auto* button = new KToolButton(&parent);
+    button->setDefaultCommand(&cmd);
+    button->resize(30, 24);
+    parent.resize(100, 100);
+    parent.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&parent));
+
+    QSignalSpy left(button, &KToolButton::LButtonClicked);
+    QSignalSpy right(button, &KToolButton::RButtonClicked);
+    QSignalSpy clicked(button, &KToolButton::clicked);
+    QSignalSpy pressed(button, &KToolButton::LButtonPressed);
+    QSignalSpy triggered(&cmd, &KCommand::triggered);
+    const auto b = Qt::MouseButton(mouseButton);
+    QTest::mousePress(button, b, {}, QPoint(5, 5));
+    QTest::mouseRelease(button, b, {}, inside ? QPoint(10, 10) : QPoint(60, 60));
+
+    QTEST(int(left.count()), "left");
+    QTEST(int(right.count()), "right");
+    QTEST(int(clicked.count()), "clicked");
+    QTEST(int(triggered.count()), "triggered");
+    QCOMPARE(pressed.count(), b == Qt::LeftButton ? 1 : 0);
+    // Every release dismisses the popups above the button, click or not.
+    QCOMPARE(log, QStringList({"parent:dismiss"}));
+    QVERIFY(!button->isPressed());
+}
+
+void tst_KToolButton::dismissReachesParentsFirst()
+{
+    KTriggerCommand cmd(this, nullptr);
+    QStringList log;
+    Recorder outer;
+    outer.setObjectName("outer");
+    outer.log = &log;
+    auto* inner = new Recorder;
+    inner->setObjectName("inner");
+    inner->log = &log;
+    auto* layout = new QVBoxLayout(&outer);
+    layout->addWidget(inner);
+    auto* button = new KToolButton(inner);
+    button->setDefaultCommand(&cmd);
+    connect(&cmd, &KCommand::triggered, this, [&] { log << "command"; });
+    connect(button, &KToolButton::clicked, this, [&] { log << "clicked"; });
+    outer.resize(80, 80);
+    outer.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&outer));
+
+    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(3, 3));
+    QCOMPARE(log, QStringList({"inner:dismiss", "outer:dismiss", "command", "clicked"}));
+
+    // A parent that accepts the dismiss stops it there.
+    log.clear();
+    inner->acceptDismiss = true;
+    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(3, 3));
+    QCOMPARE(log, QStringList({"inner:dismiss", "command", "clicked"}));
+}
+
+void tst_KToolButton::pressedLook()
+{
+    KToolButton button;
+    button.resize(30, 24);
+    button.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&button));
+    QTest::mousePress(&button, Qt::LeftButton, {}, QPoint(4, 4));
+    QVERIFY(button.isPressed());
+    // Leaving with the button held drops the pressed look; nothing brings it back.
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(&button, &leave);
+    QVERIFY(!button.isPressed());
+    QTest::mouseMove(&button, QPoint(6, 6));
+    QVERIFY(!button.isPressed());
+    QTest::mouseRelease(&button, Qt::LeftButton, {}, QPoint(6, 6));
+    // A right press does nothing to the look.
+    QTest::mousePress(&button, Qt::RightButton, {}, QPoint(4, 4));
+    QVERIFY(!button.isPressed());
+    QTest::mouseRelease(&button, Qt::RightButton, {}, QPoint(4, 4));
+}
+
+void tst_KToolButton::needDrawText_data()
+{
+    QTest::addColumn<int>("style");
+    QTest::addColumn<bool>("hasIcon");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("icon only") << 1 << true << "Bold" << false;
+    QTest::newRow("icon and text") << 3 << true << "Bold" << true;
+    QTest::newRow("text bit, no icon") << 2 << false << "Bold" << true;
+    QTest::newRow("no text bit, no icon") << 1 << false << "Bold" << true;
+    QTest::newRow("no text") << 3 << true << "" << false;
+    QTest::newRow("no text, no icon") << 3 << false << "" << false;
+}
+
+void tst_KToolButton::needDrawText()
+{
+    QFETCH(int, style);
+    QFETCH(bool, hasIcon);
+    QFETCH(QString, text);
+    KToolButton button;
+    button.setButtonStyle(style);
+    button.setText(text);
+    if (hasIcon)
+        button.setIcon(redIcon());
+    QTEST(button.needDrawText(), "expected");
+}
+
+void tst_KToolButton::sizesAndAutoHide()
+{
+    KToolButton button;
+    button.setIcon(redIcon());
+    button.setText("A long caption");
+    const QSize iconOnly = button.sizeHint();
+    QVERIFY(iconOnly.width() >= 20 && iconOnly.height() >= 20);
+    button.setButtonStyle(3);
+    const QSize beside = button.sizeHint();
+    QVERIFY(beside.width() > iconOnly.width() + 40);
+    QCOMPARE(button.minimumSizeHint(), beside);
+    button.setButtonStyle(3 | KToolButton::StyleArrow);
+    QVERIFY(button.sizeHint().width() > beside.width());
+    button.setButtonStyle(1 | 2 | 8);
+    const QSize under = button.sizeHint();
+    QVERIFY(under.height() > beside.height());
+    button.setButtonStyle(1 | 2 | 64);
+    QCOMPARE(button.sizeHint().width() % 2, 0);
+
+    // A vertical bar turns the limits of a button that draws its caption.
+    button.setButtonStyle(3);
+    button.setMinimumSize(30, 20);
+    QCOMPARE(button.minimumSize(Qt::Vertical), QSize(20, 30));
+    QCOMPARE(button.minimumSize(Qt::Horizontal), QSize(30, 20));
+    button.setButtonStyle(1);
+    QCOMPARE(button.minimumSize(Qt::Vertical), QSize(30, 20));
+
+    // The offscreen screen is narrower than 1279 pixels: the caption goes at the next paint
+    // (style 130: text and auto hide), and the size drops with it.
+    button.setButtonStyle(2 | KToolButton::StyleAutoHideText | KToolButton::StyleIcon);
+    QVERIFY(button.screen()->geometry().width() < 1279);
+    const QSize withText = button.sizeHint();
+    button.resize(withText);
+    button.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&button));
+    QTRY_VERIFY(button.isTextAutoHidden());
+    QVERIFY(!button.needDrawText());
+    QVERIFY(button.sizeHint().width() < withText.width());
+    // Without the text bit the flag is never touched.
+    KToolButton plain;
+    plain.setIcon(redIcon());
+    plain.setText("Caption");
+    plain.setButtonStyle(1 | KToolButton::StyleAutoHideText);
+    plain.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&plain));
+    QVERIFY(!plain.isTextAutoHidden());
+}
+
+void tst_KToolButton::hoverUnderPopup()
+{
+    QWidget window;
+    auto* button = new KToolButton(&window);
+    button->setGeometry(10, 10, 30, 24);
+    window.resize(100, 100);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QWidget popup(button, Qt::Popup); // a popup the button opened
+    QWidget stranger(&window);
+
+    int tips = 0;
+    struct TipCounter : QObject
+    {
+        int* n;
+        bool eventFilter(QObject*, QEvent* e) override
+        {
+            if (e->type() == QEvent::ToolTip)
+                ++*n;
+            return false;
+        }
+    } counter;
+    counter.n = &tips;
+    button->installEventFilter(&counter);
+
+    const QPoint inside = button->mapToGlobal(QPoint(5, 5));
+    const QPoint outside = button->mapToGlobal(QPoint(60, 60));
+    auto blocked = [&](QEvent::Type type, Qt::MouseButton b, const QPoint& global, QWidget* from) {
+        QMouseEvent mouse(type, QPointF(0, 0), QPointF(global), QPointF(global), b, b, {});
+        KBlockedMouseEvent e(&mouse, from);
+        const bool handled = QCoreApplication::sendEvent(button, &e);
+        return std::make_pair(handled, e.firstFlag());
+    };
+    // A left press on the button from its own popup is the button's own click.
+    QCOMPARE(blocked(QEvent::MouseButtonPress, Qt::LeftButton, inside, &popup), std::make_pair(true, true));
+    QCOMPARE(blocked(QEvent::MouseButtonPress, Qt::RightButton, inside, &popup), std::make_pair(true, false));
+    QCOMPARE(blocked(QEvent::MouseButtonPress, Qt::LeftButton, outside, &popup), std::make_pair(true, false));
+    QCOMPARE(blocked(QEvent::MouseButtonPress, Qt::LeftButton, inside, &stranger), std::make_pair(true, false));
+
+    // A blocked move inside gives the hover look and, after 300 ms, the tool tip.
+    QVERIFY(!button->testAttribute(Qt::WA_UnderMouse));
+    blocked(QEvent::MouseMove, Qt::NoButton, outside, &popup);
+    QVERIFY(!button->testAttribute(Qt::WA_UnderMouse));
+    blocked(QEvent::MouseMove, Qt::NoButton, inside, &popup);
+    QVERIFY(button->testAttribute(Qt::WA_UnderMouse));
+    QTest::qWait(100);
+    QCOMPARE(tips, 0);
+    QTRY_COMPARE(tips, 1);
+    // Further moves start nothing; a real leave ends it, and stops a pending tip.
+    blocked(QEvent::MouseMove, Qt::NoButton, inside, &popup);
+    QTest::qWait(400);
+    QCOMPARE(tips, 1);
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(button, &leave);
+    blocked(QEvent::MouseMove, Qt::NoButton, inside, &popup);
+    QCoreApplication::sendEvent(button, &leave);
+    QTest::qWait(400);
+    QCOMPARE(tips, 1);
+}
+
+void tst_KToolButton::richToolTip()
+{
+    s_tips.clear();
+    KCommandBridgeHelper::setRichTipHandler(&recordTip);
+    KTriggerCommand withTip(this, nullptr), without(this, nullptr);
+    withTip.setCustomTip("tipA");
+    KToolButton a, b;
+    a.setDefaultCommand(&withTip);
+    b.setDefaultCommand(&without);
+    QHelpEvent help(QEvent::ToolTip, QPoint(5, 5), QPoint(5, 5));
+    QVERIFY(QCoreApplication::sendEvent(&a, &help));
+    QCoreApplication::sendEvent(&b, &help);
+    QCOMPARE(s_tips, QStringList({"tipA"}));
+    KCommandBridgeHelper::setRichTipHandler(nullptr);
+}
+
+void tst_KToolButton::painting()
+{
+    // An idle auto-raised button draws only its icon; checked and pressed draw a background.
+    KToolButton button;
+    button.resize(28, 24);
+    button.setIcon(redIcon());
+    const int idle = paintedPixels(&button);
+    QCOMPARE(idle, 16 * 16);
+    button.setChecked(true);
+    QVERIFY(paintedPixels(&button) > 26 * 22);
+    button.setChecked(false);
+    button.setPressed(true);
+    QVERIFY(paintedPixels(&button) > 26 * 22);
+
+    // The invisible button paints nothing at all, and never offers a key tip.
+    KRbDonotShowHotKeyToolButton invisible;
+    invisible.resize(28, 24);
+    invisible.setIcon(redIcon());
+    invisible.setChecked(true);
+    QCOMPARE(paintedPixels(&invisible), 0);
+    KEvent collect(KEvent::HotKeyCollect);
+    QVERIFY(QCoreApplication::sendEvent(&invisible, &collect));
+
+    // The colour strip lies at fixed coordinates under the icon.
+    KColorSelectesButton colour(nullptr, nullptr);
+    colour.resize(40, 30);
+    colour.colorChange(QColor(0, 200, 0));
+    QImage image(colour.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    colour.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
+    QCOMPARE(image.pixelColor(2, 16), QColor(0, 200, 0));
+    QCOMPARE(image.pixelColor(17, 19), QColor(0, 200, 0));
+    QCOMPARE(qAlpha(image.pixel(18, 19)), 0);
+    QCOMPARE(qAlpha(image.pixel(2, 20)), 0);
+}
+
+NORVIK_TEST_MAIN(tst_KToolButton)
+#include "tst_ktoolbutton.moc"
