@@ -31,7 +31,7 @@ WriterWindow::WriterWindow(QWidget* parent)
     , m_editor(new QTextEdit)
 {
     m_editor->setObjectName(QStringLiteral("WriterEditor"));
-    m_editor->setFrameShape(QFrame::NoFrame);
+    m_editor->setFrameShape(QFrame::StyledPanel);
     m_editor->setAcceptRichText(true);
     setCentralWidget(m_editor);
     connect(m_editor->document(), &QTextDocument::modificationChanged, this, &WriterWindow::_updateTitle);

@@ -1,6 +1,9 @@
 #include "kdockwidget.h"
 
 #include <QCloseEvent>
+#include <QPainter>
+
+#include "kdrawhelpfunc.h"
 
 #include "kcommand.h"
 
@@ -77,4 +80,23 @@ void KDockWidget::closeEvent(QCloseEvent* e)
             cmd->setVisible(false);
     }
     KCommandWidgetBridge<QDockWidget>::closeEvent(e);
+}
+
+void KDockWidget::paintEvent(QPaintEvent* e)
+{
+    // The dock's background comes from the theme: a colour, or a gradient spread over the
+    // dock (theme gradients are given in the dock's own 0..1 coordinates).
+    QPainter painter(this);
+    const QColor color = KDrawHelpFunc::getColorFromTheme(QStringLiteral("KDockWidget"), QStringLiteral("background"));
+    if (color.isValid()) {
+        painter.fillRect(rect(), color);
+    } else {
+        QGradient gradient = KDrawHelpFunc::getGradientFromTheme(QStringLiteral("KDockWidget"), QStringLiteral("background"));
+        if (!gradient.stops().isEmpty()) {
+            gradient.setCoordinateMode(QGradient::ObjectBoundingMode);
+            painter.fillRect(rect(), QBrush(gradient));
+        }
+    }
+    painter.end();
+    KCommandWidgetBridge<QDockWidget>::paintEvent(e);
 }
