@@ -3,6 +3,7 @@
 //   norvik-writer [FILE]                 opens FILE
 //   norvik-writer --screenshot OUT.png   shows the window, waits until it is drawn and idle,
 //                                        saves a picture of it and exits
+//   norvik-writer --base-color "#217346" tints the theme with that colour for this run
 #include <QCommandLineParser>
 #include <QDir>
 #include <QTextEdit>
@@ -50,6 +51,10 @@ int main(int argc, char** argv)
                                   QStringLiteral("Save a picture of the window to <file> and exit."),
                                   QStringLiteral("file"));
     parser.addOption(screenshot);
+    QCommandLineOption baseColor(QStringLiteral("base-color"),
+                                 QStringLiteral("Tint the theme with <color> for this run (not saved)."),
+                                 QStringLiteral("color"));
+    parser.addOption(baseColor);
     parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A text file to open."));
     parser.process(app);
 
@@ -60,7 +65,8 @@ int main(int argc, char** argv)
 
     // The base colour the user chose last time, or the theme's own.
     app.theme()->readBaseColor();
-    app.setThemeBaseColor(app.theme()->getBaseColor(), false);
+    const QColor requested(parser.value(baseColor));
+    app.setThemeBaseColor(requested.isValid() ? requested : app.theme()->getBaseColor(), false);
 
     WriterWindow window;
     window.polishXml();
