@@ -1,17 +1,20 @@
-// Shared by the idle-service tests: receivers that log their idle events, and a way to run a
-// real event loop (the service works only when the loop is about to block).
+// Shared by the idle-service tests: receivers that log their idle events. The service works
+// only when the event loop is about to block, hence the real loops of KTestSupport.
 #ifndef KIDLETESTHELPER_H
 #define KIDLETESTHELPER_H
 
 #include <QAbstractEventDispatcher>
 #include <QElapsedTimer>
-#include <QEventLoop>
-#include <QStringList>
-#include <QTimer>
 #include <QWidget>
 #include <functional>
+#include <memory>
+#include <vector>
 
 #include <kappidlesvr.h>
+#include <ktestsupport.h>
+
+using KTestSupport::runLoopFor;
+using KTestSupport::runLoopUntil;
 
 // What one receiver saw; wantMore asks for that many further passes in the round.
 struct IdleLog
@@ -21,55 +24,61 @@ struct IdleLog
     int busyMicroseconds = 0; // simulated cost of one event
     QStringList* order = nullptr;
     std::function<void()> hook;
+};
 
-    bool handle(QObject* self, QEvent* e)
+// A QObject or QWidget that logs its idle events under its object name.
+template <class Base>
+class IdleReceiver : public Base
+{
+public:
+    explicit IdleReceiver(const QString& name, Base* parent = nullptr) : Base(parent) { this->setObjectName(name); }
+    IdleLog log;
+
+protected:
+    bool event(QEvent* e) override
     {
         if (e->type() != KEvent::eventType(KEvent::Idle))
-            return false;
+            return Base::event(e);
         auto* idle = static_cast<KIdleEvent*>(e);
-        passes.append(idle->pass());
-        if (order)
-            order->append(self->objectName());
-        if (wantMore > 0) {
-            --wantMore;
+        log.passes.append(idle->pass());
+        if (log.order)
+            log.order->append(this->objectName());
+        if (log.wantMore > 0) {
+            --log.wantMore;
             idle->setFinished(false);
         }
-        if (busyMicroseconds > 0) {
-            QElapsedTimer t;
-            t.start();
-            while (t.nsecsElapsed() < qint64(busyMicroseconds) * 1000) {
-            }
+        QElapsedTimer busy;
+        busy.start();
+        while (busy.nsecsElapsed() < qint64(log.busyMicroseconds) * 1000) {
         }
-        if (hook)
-            hook();
+        if (log.hook)
+            log.hook();
         return true;
     }
 };
+using IdleObject = IdleReceiver<QObject>;
+using IdleWidget = IdleReceiver<QWidget>;
 
-class IdleObject : public QObject
+// n plain receivers, each busy for busyMicroseconds per event, registered with svr.
+struct IdleCrowd
 {
-public:
-    explicit IdleObject(const QString& name, QObject* parent = nullptr) : QObject(parent)
+    IdleCrowd(KAppIdleSvr& svr, int n, int busyMicroseconds)
     {
-        setObjectName(name);
+        for (int i = 0; i < n; ++i) {
+            objects.push_back(std::make_unique<IdleObject>(QStringLiteral("o%1").arg(i)));
+            objects.back()->log.busyMicroseconds = busyMicroseconds;
+            svr.registerItem(objects.back().get(), false);
+        }
     }
-    IdleLog log;
-
-protected:
-    bool event(QEvent* e) override { return log.handle(this, e) || QObject::event(e); }
-};
-
-class IdleWidget : public QWidget
-{
-public:
-    explicit IdleWidget(const QString& name, QWidget* parent = nullptr) : QWidget(parent)
+    IdleLog& log(int i) { return objects.at(i)->log; }
+    int delivered() const
     {
-        setObjectName(name);
+        int n = 0;
+        for (const auto& o : objects)
+            n += o->log.passes.size();
+        return n;
     }
-    IdleLog log;
-
-protected:
-    bool event(QEvent* e) override { return log.handle(this, e) || QWidget::event(e); }
+    std::vector<std::unique_ptr<IdleObject>> objects;
 };
 
 // Steps the due queue by hand until it is empty; returns the number of steps.
@@ -83,34 +92,15 @@ inline int drainIdle(KAppIdleSvr& svr)
     return steps;
 }
 
-// Runs a real event loop until pred holds (checked each time the loop is about to block,
-// after the idle service has had its turn) or the time is up.
-template <class Pred>
-bool runLoopUntil(Pred pred, int timeoutMs = 5000)
+// Counts the times the event loop wakes up while it runs for ms milliseconds.
+inline int wakeUpsDuring(int ms)
 {
-    if (pred())
-        return true;
-    QEventLoop loop;
-    QTimer timeout;
-    timeout.setSingleShot(true);
-    QObject::connect(&timeout, &QTimer::timeout, &loop, &QEventLoop::quit);
-    const QMetaObject::Connection c = QObject::connect(
-        QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &loop, [&] {
-            if (pred())
-                loop.quit();
-        });
-    timeout.start(timeoutMs);
-    loop.exec();
-    QObject::disconnect(c);
-    return pred();
-}
-
-// Runs a real event loop for ms milliseconds: the way to show that nothing happens.
-inline void runLoopFor(int ms)
-{
-    QEventLoop loop;
-    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
-    loop.exec();
+    int wakeUps = 0;
+    QObject context;
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &context,
+                     [&] { ++wakeUps; });
+    runLoopFor(ms);
+    return wakeUps;
 }
 
 #endif // KIDLETESTHELPER_H

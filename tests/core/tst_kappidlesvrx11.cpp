@@ -4,9 +4,9 @@
 
 #include <QCursor>
 #include <QScreen>
+#include <climits>
 #include <cstring>
 #include <dlfcn.h>
-#include <vector>
 
 #include <kappidlesvr.h>
 
@@ -156,18 +156,15 @@ void tst_KAppIdleSvrX11::motionCoordinates()
 {
     // Motion to the same place is no motion, whether core or XInput 2.
     prepare();
-    RawEvent core = RawEvent::coreMotion(300, 301);
+    RawEvent core = RawEvent::coreMotion(300, 301), xi = RawEvent::generic(m_opcode, XI_Motion, 300, 301),
+             moved = RawEvent::generic(m_opcode, XI_Motion, 300, 302);
     KAppIdleSvr::idleResetEventFilter(core.bytes);
     QVERIFY(m_svr->isRestartPending());
     prepare();
     KAppIdleSvr::idleResetEventFilter(core.bytes);
-    QVERIFY(!m_svr->isRestartPending());
-    QCOMPARE(m_svr->waitingCount(), 0);
-
-    RawEvent xi = RawEvent::generic(m_opcode, XI_Motion, 300, 301);
     KAppIdleSvr::idleResetEventFilter(xi.bytes);
     QVERIFY(!m_svr->isRestartPending());
-    RawEvent moved = RawEvent::generic(m_opcode, XI_Motion, 300, 302);
+    QCOMPARE(m_svr->waitingCount(), 0);
     KAppIdleSvr::idleResetEventFilter(moved.bytes);
     QVERIFY(m_svr->isRestartPending());
 
@@ -183,56 +180,45 @@ void tst_KAppIdleSvrX11::realEvents()
     drainIdle(*m_svr);
     QWidget window;
     window.setGeometry(100, 100, 300, 200);
-    std::vector<IdleWidget*> widgets;
+    QList<IdleWidget*> widgets;
     for (int i = 0; i < 4; ++i)
-        widgets.push_back(new IdleWidget(QStringLiteral("w%1").arg(i), &window));
+        widgets.append(new IdleWidget(QStringLiteral("w%1").arg(i), &window));
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     for (IdleWidget* w : widgets)
         m_svr->registerItem(w, true);
-    auto counts = [&] {
-        QList<int> result;
+    // A new round has reached every widget once the fewest events any widget saw grows.
+    const auto fewest = [&] {
+        int n = INT_MAX;
         for (IdleWidget* w : widgets)
-            result.append(w->log.passes.size());
-        return result;
+            n = qMin(n, int(w->log.passes.size()));
+        return n;
     };
-    auto allAbove = [&](const QList<int>& before) {
-        const QList<int> now = counts();
-        for (int i = 0; i < now.size(); ++i) {
-            if (now.at(i) <= before.at(i))
-                return false;
-        }
-        return true;
+    const auto roundAfter = [&](int before) {
+        return runLoopUntil([&] { return fewest() > before && m_svr->waitingCount() == 0; });
     };
-    const QList<int> zero(widgets.size(), 0);
 
     m_svr->start();
-    QVERIFY(runLoopUntil([&] { return allAbove(zero) && m_svr->waitingCount() == 0; }));
-
+    QVERIFY(roundAfter(0));
     // Once through, the loop sleeps: no timer wakes it and no round runs.
     runLoopFor(100);
-    const QList<int> settled = counts();
-    int wakeUps = 0;
-    const QMetaObject::Connection c = connect(QAbstractEventDispatcher::instance(),
-                                              &QAbstractEventDispatcher::awake, this,
-                                              [&] { ++wakeUps; });
-    runLoopFor(200);
-    disconnect(c);
-    QCOMPARE(counts(), settled);
+    const int settled = fewest();
+    const int wakeUps = wakeUpsDuring(200);
     QVERIFY2(wakeUps <= 3, qPrintable(QString::number(wakeUps)));
+    QCOMPARE(fewest(), settled);
 
     // The server moves the pointer into the window: the real XInput 2 pointer events (enter,
     // motion) restart the round.
     QCursor::setPos(window.screen(), window.mapToGlobal(QPoint(150, 100)));
-    QVERIFY(runLoopUntil([&] { return allAbove(settled) && m_svr->waitingCount() == 0; }));
+    QVERIFY(roundAfter(settled));
 
     // Mapping another window is a real MapNotify: an immediate restart.
     runLoopFor(150);
-    const QList<int> beforeMap = counts();
+    const int beforeMap = fewest();
     QWidget other;
     other.setGeometry(500, 100, 50, 50);
     other.show();
-    QVERIFY(runLoopUntil([&] { return allAbove(beforeMap); }));
+    QVERIFY(roundAfter(beforeMap));
     m_svr->stop();
 }
 

@@ -14,20 +14,9 @@
 
 namespace {
 
-QStringList idsOf(const QVector<KCommand*>& commands)
+QString idOf(KCommand* cmd)
 {
-    QStringList ids;
-    for (KCommand* cmd : commands)
-        ids << (cmd ? cmd->property("id").toString() : QStringLiteral("null"));
-    return ids;
-}
-
-QStringList idsOf(KCommand* list)
-{
-    QVector<KCommand*> items;
-    for (int i = 0; list && i < list->count(); ++i)
-        items << list->subCommand(i);
-    return idsOf(items);
+    return cmd ? cmd->property("id").toString() : QStringLiteral("null");
 }
 
 const QByteArray s_searchBody =
@@ -59,15 +48,9 @@ private Q_SLOTS:
     void xmlResetClearsBarsAndDocks();
 
 private:
-    bool load(const QByteArray& body);
+    bool load(const QByteArray& body) { return KTestSupport::loadMainXml(m_dir.path(), body); }
     QTemporaryDir m_dir;
 };
-
-bool tst_KMainWindow::load(const QByteArray& body)
-{
-    return KApplication::instance()->setupXml(
-        KTestSupport::writeMainXml(m_dir.path(), QStringLiteral("main.xml"), body));
-}
 
 void tst_KMainWindow::initTestCase()
 {
@@ -83,27 +66,22 @@ void tst_KMainWindow::structureAndPool()
 {
     KMainWindow window;
     KMainDockArea* area = window.dockArea();
-    QVERIFY(area);
-    QCOMPARE(area->parentWidget(), &window);
-    QVERIFY(!area->isWindow());
+    QVERIFY(area && area->parentWidget() == &window && !area->isWindow());
     QCOMPARE(area->accessibleName(), QString("KMainDockArea"));
     QCOMPARE(window.commands()->parentCommands(), KApplication::instance()->commands());
     QCOMPARE(window.focusPolicy(), Qt::NoFocus);
+    QCOMPARE((new KView(area))->mainWindow(), &window);
 
-    auto* view = new KView(area);
-    QCOMPARE(view->mainWindow(), &window);
-
-    // Two bars on one command: the first one is found.
+    // Two bars on one command: the first one is found. A bar stands once in the pool.
     auto* list = new KListCommand(&window, window.commands());
     auto* first = new KToolBar(list, &window);
     auto* second = new KToolBar(list, &window);
     window.addToolBar(first);
     window.addToolBar(Qt::RightToolBarArea, second);
-    window.addToolBar(first); // a bar stands once in the pool
+    window.addToolBar(first);
     QCOMPARE(window.toolBarCount(), 2);
     QCOMPARE(window.findToolBar(list), first);
-    QVERIFY(window.hasToolbar(Qt::TopToolBarArea));
-    QVERIFY(window.hasToolbar(Qt::RightToolBarArea));
+    QVERIFY(window.hasToolbar(Qt::TopToolBarArea) && window.hasToolbar(Qt::RightToolBarArea));
     QVERIFY(!window.hasToolbar(Qt::BottomToolBarArea));
 
     // A bar whose properties say floating is kept out of the dock areas.
@@ -121,7 +99,6 @@ void tst_KMainWindow::structureAndPool()
     QCOMPARE(window.toolBarCount(), 2);
     QVERIFY(!window.hasToolbar(Qt::RightToolBarArea));
     delete second;
-
     window.setToolbarGroupIndex(3);
     QCOMPARE(window.toolbarGroupIndex(), 2);
 }
@@ -129,59 +106,43 @@ void tst_KMainWindow::structureAndPool()
 void tst_KMainWindow::fullScreenKeepsUserHiddenBars()
 {
     QVERIFY(load("<mainwindow><commands><KListCommand id='Std'/><KListCommand id='Fmt'/>"
-                 "<KListCommand id='TBCustomizePopupMenu'/></commands>"
-                 "<toolbar cmd='Std'/><toolbar cmd='Fmt'/></mainwindow>"));
+                 "<KListCommand id='TBCustomizePopupMenu'/></commands><toolbar cmd='Std'/><toolbar cmd='Fmt'/></mainwindow>"));
     KMainWindow window;
     window.polishXml();
     KCommand* std = window.commands()->command("Std");
     KCommand* fmt = window.commands()->command("Fmt");
     KToolBar* stdBar = window.findToolBar(std);
     KToolBar* fmtBar = window.findToolBar(fmt);
-    QVERIFY(stdBar);
-    QVERIFY(fmtBar);
+    QVERIFY(stdBar && fmtBar);
     QWidget* customWidget = nullptr;
     KCommand* custom = nullptr;
     window.addCustomToolBar(&customWidget, &custom);
     auto* customBar = qobject_cast<KToolBar*>(customWidget);
-    QVERIFY(customBar);
-    QVERIFY(custom);
-    QCOMPARE(customBar->command(), custom);
+    QVERIFY(customBar && custom && customBar->command() == custom);
 
     window.showMaximized();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QVERIFY(window.windowState() & Qt::WindowMaximized);
-    // The user closes one bar.
-    fmt->setVisible(false);
-    QVERIFY(fmtBar->isHidden());
-
+    fmt->setVisible(false); // the user closes one bar
     window.setFullScreen(true);
     window.setAllToolBarsVisilbe(false);
-    QVERIFY(window.isFullScreen());
-    QVERIFY(window.windowState() & Qt::WindowFullScreen);
-    QVERIFY(stdBar->isHidden());
-    QVERIFY(!std->isVisible(KMultiControlBool::FullScreenControl));
-    QVERIFY(!customBar->isHidden()); // user-made bars are left alone
+    QVERIFY(window.isFullScreen() && (window.windowState() & Qt::WindowFullScreen));
+    QVERIFY(stdBar->isHidden() && !std->isVisible(KMultiControlBool::FullScreenControl));
     QCOMPARE(window.toolBarCount(), 3); // without a ribbon there is no full-screen bar
-    QCOMPARE(window.currentVisibleBars(), QSet<KToolBar*>({customBar}));
-    // Asked twice, the window state from before is kept.
-    window.setFullScreen(true);
+    QCOMPARE(window.currentVisibleBars(), QSet<KToolBar*>({customBar})); // user-made bars are left alone
+    window.setFullScreen(true); // asked twice, the window state from before is kept
     QCOMPARE(window.lastState("WindowState").toInt(), int(Qt::WindowMaximized));
 
     window.setFullScreen(false);
     window.setAllToolBarsVisilbe(true);
     QVERIFY(!window.isFullScreen());
     QCOMPARE(window.windowState(), Qt::WindowStates(Qt::WindowMaximized));
-    QVERIFY(!stdBar->isHidden());
-    QVERIFY(std->isVisible());
-    QVERIFY(fmtBar->isHidden());
-    QVERIFY(!fmt->isVisible());
+    QVERIFY(std->isVisible() && !fmt->isVisible() && fmtBar->isHidden());
     QCOMPARE(window.currentVisibleBars(), QSet<KToolBar*>({stdBar, customBar}));
 
     // The dock area's menu offers the user-made bar through its toggle action.
     bool handled = false;
     QScopedPointer<QMenu> menu(window.createDockAreaPopupMenu(handled));
-    QVERIFY(handled);
-    QVERIFY(menu);
+    QVERIFY(handled && menu);
     QCOMPARE(menu->actions(), QList<QAction*>({customBar->toggleViewAction()}));
     window.commands()->command("TBCustomizePopupMenu")->setEnabled(false);
     handled = false;
@@ -196,41 +157,26 @@ void tst_KMainWindow::findCommand_data()
     QTest::addColumn<int>("faceid");
     QTest::addColumn<QString>("type");
     QTest::addColumn<QString>("tag");
-    QTest::addColumn<bool>("visibleOnly");
-    QTest::addColumn<bool>("recursive");
-    QTest::addColumn<bool>("all");
-    QTest::addColumn<QStringList>("found");
-    QTest::addColumn<QStringList>("parents");
-
+    QTest::addColumn<QString>("flags"); // v: visible only, r: recursive, a: all
+    QTest::addColumn<QString>("found"); // "id/parent" pairs
+    const auto row = [](const char* name, const char* start, int aid, int faceid, const char* type, const char* tag,
+                        const char* flags, const char* found) {
+        QTest::newRow(name) << start << aid << faceid << type << tag << flags << found;
+    };
     // Tool bars are searched first, then popup menus; a list's items ahead of the list.
-    QTest::newRow("aid, all") << "" << 10 << -1 << "" << "" << false << true << true
-                              << QStringList({"New", "Paste"}) << QStringList({"Std", "Ctx"});
-    QTest::newRow("aid, first") << "" << 10 << -1 << "" << "" << false << true << false
-                                << QStringList({"New"}) << QStringList({"Std"});
-    QTest::newRow("faceid, recursive") << "" << -1 << 1 << "" << "" << false << true << true
-                                       << QStringList({"New", "Deep"}) << QStringList({"Std", "Sub"});
-    QTest::newRow("faceid, not recursive") << "" << -1 << 1 << "" << "" << false << false << true
-                                           << QStringList({"New"}) << QStringList({"Std"});
-    QTest::newRow("buttons") << "" << -1 << -1 << "Button" << "" << false << true << true
-                             << QStringList({"New", "Open", "Deep", "Hidden", "Open", "Paste"})
-                             << QStringList({"Std", "Sub", "Sub", "Std", "Ctx", "Ctx"});
-    QTest::newRow("visible buttons") << "" << -1 << -1 << "Button" << "" << true << true << true
-                                     << QStringList({"New", "Open", "Deep", "Open", "Paste"})
-                                     << QStringList({"Std", "Sub", "Sub", "Ctx", "Ctx"});
-    QTest::newRow("popups") << "" << -1 << -1 << "Popup" << "" << false << true << true << QStringList({"Sub"})
-                            << QStringList({"Std"});
-    QTest::newRow("split buttons") << "" << -1 << -1 << "SplitButtonPopup" << "" << false << true << true
-                                   << QStringList() << QStringList();
-    QTest::newRow("tag, any case") << "" << -1 << -1 << "" << "FILE" << false << true << true
-                                   << QStringList({"New", "Open", "Open"}) << QStringList({"Std", "Sub", "Ctx"});
-    QTest::newRow("tag and aid") << "" << 11 << -1 << "" << "file" << false << true << true
-                                 << QStringList({"Open", "Open"}) << QStringList({"Sub", "Ctx"});
-    QTest::newRow("under a start") << "Sub" << -1 << -1 << "Button" << "" << false << true << true
-                                   << QStringList({"Open", "Deep"}) << QStringList({"Sub", "Sub"});
-    QTest::newRow("start, not recursive") << "Std" << -1 << -1 << "Popup" << "" << false << false << true
-                                          << QStringList({"Sub"}) << QStringList({"Std"});
-    QTest::newRow("nothing") << "" << 99 << -1 << "" << "" << false << true << true << QStringList()
-                             << QStringList();
+    row("aid, all", "", 10, -1, "", "", "ra", "New/Std Paste/Ctx");
+    row("aid, first", "", 10, -1, "", "", "r", "New/Std");
+    row("faceid, recursive", "", -1, 1, "", "", "ra", "New/Std Deep/Sub");
+    row("faceid, not recursive", "", -1, 1, "", "", "a", "New/Std");
+    row("buttons", "", -1, -1, "Button", "", "ra", "New/Std Open/Sub Deep/Sub Hidden/Std Open/Ctx Paste/Ctx");
+    row("visible buttons", "", -1, -1, "Button", "", "vra", "New/Std Open/Sub Deep/Sub Open/Ctx Paste/Ctx");
+    row("popups", "", -1, -1, "Popup", "", "ra", "Sub/Std");
+    row("split buttons", "", -1, -1, "SplitButtonPopup", "", "ra", "");
+    row("tag, any case", "", -1, -1, "", "FILE", "ra", "New/Std Open/Sub Open/Ctx");
+    row("tag and aid", "", 11, -1, "", "file", "ra", "Open/Sub Open/Ctx");
+    row("under a start", "Sub", -1, -1, "Button", "", "ra", "Open/Sub Deep/Sub");
+    row("start, not recursive", "Std", -1, -1, "Popup", "", "a", "Sub/Std");
+    row("nothing", "", 99, -1, "", "", "ra", "");
 }
 
 void tst_KMainWindow::findCommand()
@@ -240,41 +186,35 @@ void tst_KMainWindow::findCommand()
     QFETCH(int, faceid);
     QFETCH(QString, type);
     QFETCH(QString, tag);
-    QFETCH(bool, visibleOnly);
-    QFETCH(bool, recursive);
-    QFETCH(bool, all);
-    QFETCH(QStringList, found);
-    QFETCH(QStringList, parents);
-
+    QFETCH(QString, flags);
+    QFETCH(QString, found);
     QVERIFY(load(s_searchBody));
     KMainWindow window;
     window.polishXml();
-    QCOMPARE(window.toolBarCount(), 1);
-    QCOMPARE(window.popupMenuCount(), 1);
+    QCOMPARE(window.toolBarCount() + window.popupMenuCount(), 2);
     KCommand* startCmd = start.isEmpty() ? nullptr : window.commands()->command(start);
     QCOMPARE(startCmd == nullptr, start.isEmpty());
 
     KListCommand result(nullptr, nullptr);
-    QVector<KCommand*> parentList;
-    const bool any = window.findCommand(startCmd, aid, faceid, type, tag, visibleOnly, recursive, &result,
-                                        parentList, all);
+    QVector<KCommand*> parents;
+    const bool any = window.findCommand(startCmd, aid, faceid, type, tag, flags.contains('v'), flags.contains('r'),
+                                        &result, parents, flags.contains('a'));
+    QStringList pairs;
+    for (int i = 0; i < qMax(result.count(), int(parents.size())); ++i)
+        pairs << idOf(result.subCommand(i)) + '/' + idOf(parents.value(i));
+    QCOMPARE(pairs.join(' '), found);
     QCOMPARE(any, !found.isEmpty());
-    QCOMPARE(idsOf(&result), found);
-    QCOMPARE(idsOf(parentList), parents);
 }
 
 void tst_KMainWindow::syncApiBarsFromMainWindow()
 {
     QVERIFY(load("<mainwindow><commands>"
                  "<KTriggerCommand id='a' text='A'/><KTriggerCommand id='b'/><KTriggerCommand id='c'/>"
-                 "<KListCommand id='Std' name='Standard'><command idQ='a'/><command idQ='b'/><command idQ='c'/>"
-                 "</KListCommand>"
-                 "<KListCommand id='Ctx'><command idQ='a'/></KListCommand>"
-                 "<KListCommand id='TBCustomizePopupMenu'/>"
+                 "<KListCommand id='Std' name='Standard'><command idQ='a'/><command idQ='b'/><command idQ='c'/></KListCommand>"
+                 "<KListCommand id='Ctx'><command idQ='a'/></KListCommand><KListCommand id='TBCustomizePopupMenu'/>"
                  "</commands><toolbar cmd='Std'/><popupmenu cmd='Ctx'/></mainwindow>"));
-    KMainWindow source;
+    KMainWindow source, target;
     source.polishXml();
-    KMainWindow target;
     target.polishXml();
     KCommands* srcCmds = source.commands();
     // The windows read the same description into commands of their own.
@@ -282,74 +222,65 @@ void tst_KMainWindow::syncApiBarsFromMainWindow()
 
     // What the user changed in the first window: an item removed, one renamed, one added, a
     // bar and a popup menu of their own.
+    const auto addItem = [&](QObject* parent, KCommand* list, const char* text) {
+        KCommand* item = srcCmds->customCommand(QStringLiteral("KTriggerCommand"), &source, parent);
+        item->setText(QString::fromLatin1(text));
+        qobject_cast<KListCommand*>(list)->addSubCommand(item);
+        return item;
+    };
     auto* std = qobject_cast<KListCommand*>(srcCmds->command("Std"));
     std->removeSubCommand(1);
     srcCmds->command("a")->setText(QStringLiteral("Renamed"));
-    KCommand* mine = srcCmds->customCommand(QStringLiteral("KTriggerCommand"), &source, srcCmds);
-    mine->setText(QStringLiteral("Mine"));
-    std->addSubCommand(mine);
+    KCommand* mine = addItem(srcCmds, std, "Mine");
     QWidget* barWidget = nullptr;
     KCommand* barCommand = nullptr;
     source.addCustomToolBar(&barWidget, &barCommand);
     QVERIFY(barCommand);
-    KCommand* tool = srcCmds->customCommand(QStringLiteral("KTriggerCommand"), &source, barCommand);
-    tool->setText(QStringLiteral("Tool"));
-    qobject_cast<KListCommand*>(barCommand)->addSubCommand(tool);
+    addItem(barCommand, barCommand, "Tool");
     QVERIFY(source.addCustomPopupMenu());
 
     target.syncApiBarsFromMainWindow(&source);
-
     KCommand* targetStd = target.commands()->command("Std");
-    QCOMPARE(targetStd->count(), 3);
-    QCOMPARE(targetStd->subCommand(0)->property("id").toString(), QString("a"));
-    QCOMPARE(targetStd->subCommand(1)->property("id").toString(), QString("c"));
-    QCOMPARE(targetStd->subCommand(0)->text(), QString("Renamed"));
+    QCOMPARE(idOf(targetStd->subCommand(0)) + idOf(targetStd->subCommand(1)), QString("ac"));
     QCOMPARE(targetStd->subCommand(0), target.commands()->command("a"));
+    QCOMPARE(targetStd->subCommand(0)->text(), QString("Renamed"));
     KCommand* copied = targetStd->subCommand(2);
-    QVERIFY(copied != mine);
+    QVERIFY(copied && copied != mine);
     QCOMPARE(copied->text(), QString("Mine"));
     QCOMPARE(copied->host(), &target);
+    QCOMPARE(targetStd->count(), 3);
 
     QCOMPARE(target.toolBarCount(), 2);
+    QCOMPARE(target.findToolBar(targetStd), target.toolBarAt(0)); // no second copy of a described bar
     KToolBar* copiedBar = target.toolBarAt(1);
-    QVERIFY(copiedBar->props());
-    QVERIFY(copiedBar->props()->getCustom());
+    QVERIFY(copiedBar->props() && copiedBar->props()->getCustom());
     QCOMPARE(copiedBar->command()->count(), 1);
     QCOMPARE(copiedBar->command()->subCommand(0)->text(), QString("Tool"));
-    auto* toggles = target.commands()->command("TBCustomizePopupMenu");
+    KCommand* toggles = target.commands()->command("TBCustomizePopupMenu");
     QCOMPARE(toggles->count(), 1);
     auto* toggle = qobject_cast<KToolBarToggleViewCommand*>(toggles->subCommand(0));
-    QVERIFY(toggle);
-    QCOMPARE(toggle->action(), copiedBar->toggleViewAction());
-
+    QVERIFY(toggle && toggle->action() == copiedBar->toggleViewAction());
     QCOMPARE(target.popupMenuCount(), 2);
     QVERIFY(target.popupMenuAt(1)->property("custom").toBool());
-    // Syncing again adds no second copy of the described bars.
-    QCOMPARE(target.findToolBar(targetStd), target.toolBarAt(0));
 }
 
 void tst_KMainWindow::xmlResetClearsBarsAndDocks()
 {
     const QByteArray body = "<mainwindow><commands><KListCommand id='Std'/><KTriggerCommand id='Panel'/>"
-                            "<KListCommand id='Ctx'/></commands>"
-                            "<toolbar cmd='Std'/><dock cmd='Panel'/><popupmenu cmd='Ctx'/></mainwindow>";
+                            "<KListCommand id='Ctx'/></commands><toolbar cmd='Std'/><dock cmd='Panel'/><popupmenu cmd='Ctx'/></mainwindow>";
     QVERIFY(load(body));
     KMainWindow window;
     window.polishXml();
     QPointer<KToolBar> bar = window.findToolBar(window.commands()->command("Std"));
     QPointer<QDockWidget> dock = window.findDockWidget("Panel");
-    QVERIFY(bar);
-    QVERIFY(dock);
+    QVERIFY(bar && dock);
     QCOMPARE(window.popupMenuCount(), 1);
 
     KApplication::instance()->resetXml();
-    QCOMPARE(window.toolBarCount(), 0);
-    QCOMPARE(window.popupMenuCount(), 0);
-    QVERIFY(!window.findDockWidget("Panel"));
-    QVERIFY(!window.commands()->command("Std"));
+    QCOMPARE(window.toolBarCount() + window.popupMenuCount(), 0);
+    QVERIFY(!window.findDockWidget("Panel") && !window.commands()->command("Std"));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(!bar);
-    QVERIFY(!dock);
+    QVERIFY(!bar && !dock);
 
     // A window that exists when the application reads a description builds from it at once.
     QVERIFY(load(body));

@@ -67,18 +67,14 @@ private Q_SLOTS:
 private:
     // Writes a description with a mainwindow element holding body and reads it into the
     // application; false when that failed.
-    bool load(const QByteArray& attributes, const QByteArray& body);
+    bool load(const QByteArray& attributes, const QByteArray& body)
+    {
+        return KTestSupport::loadMainXml(m_dir.path(), "<mainwindow " + attributes + ">" + body + "</mainwindow>");
+    }
     // Builds a window made after load() from the description; returns its warnings.
     static QStringList polish(KMainWindow& window);
     QTemporaryDir m_dir;
 };
-
-bool tst_KUiXmlParaser::load(const QByteArray& attributes, const QByteArray& body)
-{
-    const QString path = KTestSupport::writeMainXml(m_dir.path(), QStringLiteral("main.xml"),
-                                                    "<mainwindow " + attributes + ">" + body + "</mainwindow>");
-    return KApplication::instance()->setupXml(path);
-}
 
 QStringList tst_KUiXmlParaser::polish(KMainWindow& window)
 {
@@ -99,44 +95,35 @@ void tst_KUiXmlParaser::cleanup()
 
 void tst_KUiXmlParaser::toolBarPlacement_data()
 {
-    QTest::addColumn<QByteArray>("element");
+    QTest::addColumn<QByteArray>("attributes");
     QTest::addColumn<int>("position");
-    QTest::addColumn<int>("area");
-    QTest::addColumn<bool>("floating");
+    QTest::addColumn<int>("area"); // NoToolBarArea: floating
     QTest::addColumn<bool>("lineBreak");
     QTest::addColumn<bool>("closable");
-
-    QTest::newRow("no area") << QByteArray("<toolbar cmd='Std'/>") << 1 << int(Qt::TopToolBarArea) << false
-                             << false << true;
-    QTest::newRow("t") << QByteArray("<toolbar cmd='Std' area='t'/>") << 1 << int(Qt::TopToolBarArea)
-                       << false << false << true;
-    QTest::newRow("l") << QByteArray("<toolbar cmd='Std' area='l'/>") << 0 << int(Qt::LeftToolBarArea)
-                       << false << false << true;
-    QTest::newRow("r") << QByteArray("<toolbar cmd='Std' area='r'/>") << 2 << int(Qt::RightToolBarArea)
-                       << false << false << true;
-    QTest::newRow("b") << QByteArray("<toolbar cmd='Std' area='b'/>") << 3 << int(Qt::BottomToolBarArea)
-                       << false << false << true;
-    QTest::newRow("unknown area") << QByteArray("<toolbar cmd='Std' area='left'/>") << 1
-                                  << int(Qt::TopToolBarArea) << false << false << true;
-    QTest::newRow("new line") << QByteArray("<toolbar cmd='Std' newLine='true'/>") << 1
-                              << int(Qt::TopToolBarArea) << false << true << true;
-    QTest::newRow("float") << QByteArray("<toolbar cmd='Std' float='true'/>") << 1
-                           << int(Qt::NoToolBarArea) << true << false << true;
-    QTest::newRow("float, not closable") << QByteArray("<toolbar cmd='Std' float='true' closable='false'/>")
-                                         << 1 << int(Qt::NoToolBarArea) << true << false << false;
+    const auto row = [](const char* name, const char* attributes, int position, Qt::ToolBarArea area, bool lineBreak,
+                        bool closable) { QTest::newRow(name) << QByteArray(attributes) << position << int(area) << lineBreak << closable; };
+    row("no area", "", 1, Qt::TopToolBarArea, false, true);
+    row("t", "area='t'", 1, Qt::TopToolBarArea, false, true);
+    row("l", "area='l'", 0, Qt::LeftToolBarArea, false, true);
+    row("r", "area='r'", 2, Qt::RightToolBarArea, false, true);
+    row("b", "area='b'", 3, Qt::BottomToolBarArea, false, true);
+    row("unknown area", "area='left'", 1, Qt::TopToolBarArea, false, true);
+    row("new line", "newLine='true'", 1, Qt::TopToolBarArea, true, true);
+    row("float", "float='true'", 1, Qt::NoToolBarArea, false, true);
+    row("float, not closable", "float='true' closable='false'", 1, Qt::NoToolBarArea, false, false);
 }
 
 void tst_KUiXmlParaser::toolBarPlacement()
 {
-    QFETCH(QByteArray, element);
+    QFETCH(QByteArray, attributes);
     QFETCH(int, position);
     QFETCH(int, area);
-    QFETCH(bool, floating);
     QFETCH(bool, lineBreak);
     QFETCH(bool, closable);
+    const bool floating = area == Qt::NoToolBarArea;
 
     // A second bar ahead of the one under test, so that a break has something to break from.
-    QVERIFY(load(QByteArray(), s_commands + "<toolbar cmd='Fmt'/>" + element));
+    QVERIFY(load(QByteArray(), s_commands + "<toolbar cmd='Fmt'/><toolbar cmd='Std' " + attributes + "/>"));
     RecordingWindow window;
     QSignalSpy added(&window, &KMainWindow::addToolBarSignal);
     QSignalSpy breaks(&window, &KMainWindow::insertToolBarBreakSignal);
@@ -147,8 +134,7 @@ void tst_KUiXmlParaser::toolBarPlacement()
     KToolBar* bar = window.findToolBar(cmd);
     QVERIFY(bar);
     QCOMPARE(window.toolBarCount(), 2);
-    QCOMPARE(bar->property("cmd").toString(), QString("Std"));
-    QCOMPARE(bar->objectName(), QString("Std"));
+    QCOMPARE(bar->property("cmd").toString() + bar->objectName(), QString("StdStd"));
     KCommandBarProp props(cmd, nullptr);
     QCOMPARE(props.getType(), 1);
     QCOMPARE(props.getName(), QString("Std"));
@@ -159,8 +145,7 @@ void tst_KUiXmlParaser::toolBarPlacement()
         QCOMPARE(int(window.dockArea()->toolBarArea(bar)), area);
     QCOMPARE(window.dockArea()->toolBarBreak(bar), lineBreak);
     QCOMPARE(breaks.count(), lineBreak ? 1 : 0);
-    // A floating bar is placed in its area first, then taken out of it.
-    QCOMPARE(added.count(), 2);
+    QCOMPARE(added.count(), 2); // a floating bar is placed in its area first, then taken out
     QCOMPARE(bar->isClosable(), closable);
     if (floating) {
         QCOMPARE(bar->windowFlags().testFlag(Qt::WindowCloseButtonHint), closable);
@@ -172,34 +157,28 @@ void tst_KUiXmlParaser::toolBarPlacement()
 
 void tst_KUiXmlParaser::windowAttributes()
 {
-    {
-        QVERIFY(load("caption='Notes' blockHotkey='true' hideDocTabbarEx='true'", s_commands));
-        RecordingWindow window;
-        QVERIFY(polish(window).isEmpty());
-        QCOMPARE(window.caption(), QString("Notes"));
-        QCOMPARE(window.windowTitle(), QString("Notes"));
-        QVERIFY(window.isBlockHotkey());
-        QVERIFY(window.isHideDocTabbarEx());
-        QCOMPARE(window.calls, QStringList({"hideDocTabbarEx:1"}));
-        QVERIFY(window.isXmlPolished());
-    }
+    QVERIFY(load("caption='Notes' blockHotkey='true' hideDocTabbarEx='true'", s_commands));
+    RecordingWindow window;
+    QVERIFY(polish(window).isEmpty());
+    QVERIFY(window.isXmlPolished());
+    QCOMPARE(window.caption(), QString("Notes"));
+    QCOMPARE(window.windowTitle(), QString("Notes"));
+    QVERIFY(window.isBlockHotkey() && window.isHideDocTabbarEx());
+    QCOMPARE(window.calls, QStringList({"hideDocTabbarEx:1"}));
+
+    // "false" leaves the virtual alone altogether.
     KApplication::instance()->resetXml();
-    {
-        // "false" leaves the virtual alone altogether.
-        QVERIFY(load("blockHotkey='false' hideDocTabbarEx='false'", s_commands));
-        RecordingWindow window;
-        QVERIFY(polish(window).isEmpty());
-        QVERIFY(!window.isBlockHotkey());
-        QVERIFY(window.calls.isEmpty());
-    }
+    QVERIFY(load("blockHotkey='false' hideDocTabbarEx='false'", s_commands));
+    RecordingWindow plain;
+    QVERIFY(polish(plain).isEmpty());
+    QVERIFY(!plain.isBlockHotkey());
+    QVERIFY(plain.calls.isEmpty());
 }
 
 void tst_KUiXmlParaser::popupMenusAndDocks()
 {
-    QVERIFY(load(QByteArray(), s_commands + "<popupmenu cmd='Menu'/><dock cmd='Panel' dockArea='dockArea_left'/>"
-                                            "<dock cmd='Fmt'/>"
-                                            "<KRbQuicktoolCommand cmd='Std'/><KNoTabPageCommand cmd='missing'/>"
-                                            "<KRbTabBarNewButton cmd=''/>"));
+    QVERIFY(load(QByteArray(), s_commands + "<popupmenu cmd='Menu'/><dock cmd='Panel' dockArea='dockArea_left'/><dock cmd='Fmt'/>"
+                                            "<KRbQuicktoolCommand cmd='Std'/><KNoTabPageCommand cmd='missing'/><KRbTabBarNewButton cmd=''/>"));
     RecordingWindow window;
     const QStringList warnings = polish(window);
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
@@ -208,18 +187,15 @@ void tst_KUiXmlParaser::popupMenusAndDocks()
     QCOMPARE(window.popupMenuCount(), 1);
     QCOMPARE(window.popupMenuAt(0), menu);
     KCommandBarProp props(menu, nullptr);
-    QCOMPARE(props.getType(), 2);
-    QCOMPARE(props.getPosition(), 4);
+    QCOMPARE(QPoint(props.getType(), props.getPosition()), QPoint(2, 4));
     QCOMPARE(props.getName(), QString("Menu"));
     QVERIFY(!window.findToolBar(menu));
 
     QDockWidget* panel = window.findDockWidget("Panel");
     QDockWidget* fmt = window.findDockWidget("Fmt");
-    QVERIFY(panel);
-    QVERIFY(fmt);
+    QVERIFY(panel && fmt);
     QCOMPARE(window.dockWidgetArea(panel), Qt::LeftDockWidgetArea);
     QCOMPARE(window.dockWidgetArea(fmt), Qt::RightDockWidgetArea);
-
     // The host's items get the command, null when unknown, and nothing without a cmd.
     QCOMPARE(window.calls, QStringList({"quick:Std", "notab:null"}));
 }
@@ -229,20 +205,17 @@ void tst_KUiXmlParaser::warnings_data()
     QTest::addColumn<QByteArray>("body");
     QTest::addColumn<QStringList>("expected");
     QTest::addColumn<int>("toolBars");
-
-    QTest::newRow("toolbar without cmd") << QByteArray(s_commands + "<toolbar/><toolbar cmd='Std'/>")
-                                         << QStringList({"menubar no command given."}) << 1;
-    QTest::newRow("unknown command") << QByteArray(s_commands + "<toolbar cmd='Nope'/><toolbar cmd='Std'/>")
-                                     << QStringList({"can not found command named: Nope"}) << 1;
+    const auto row = [](const char* name, const QByteArray& body, const QStringList& expected, int toolBars) {
+        QTest::newRow(name) << body << expected << toolBars;
+    };
+    row("toolbar without cmd", s_commands + "<toolbar/><toolbar cmd='Std'/>", {"menubar no command given."}, 1);
+    row("unknown command", s_commands + "<toolbar cmd='Nope'/><toolbar cmd='Std'/>", {"can not found command named: Nope"}, 1);
     // Commands must be defined ahead of the bars that name them.
-    QTest::newRow("toolbar ahead of its commands")
-        << QByteArray("<toolbar cmd='Late'/><commands><KListCommand id='Late'/></commands><toolbar cmd='Late'/>")
-        << QStringList({"can not found command named: Late"}) << 1;
-    QTest::newRow("dock and popup menu")
-        << QByteArray(s_commands + "<dock dockArea='dockArea_left'/><popupmenu cmd='Gone'/>")
-        << QStringList({"menubar no command given.", "can not found command named: Gone"}) << 0;
-    QTest::newRow("unknown element") << QByteArray(s_commands + "<sidebar cmd='Std'/><toolbar cmd='Std'/>")
-                                     << QStringList({"can't identity element  sidebar"}) << 1;
+    row("toolbar ahead of its commands", "<toolbar cmd='Late'/><commands><KListCommand id='Late'/></commands><toolbar cmd='Late'/>",
+        {"can not found command named: Late"}, 1);
+    row("dock and popup menu", s_commands + "<dock dockArea='dockArea_left'/><popupmenu cmd='Gone'/>",
+        {"menubar no command given.", "can not found command named: Gone"}, 0);
+    row("unknown element", s_commands + "<sidebar cmd='Std'/><toolbar cmd='Std'/>", {"can't identity element  sidebar"}, 1);
 }
 
 void tst_KUiXmlParaser::warnings()
@@ -265,12 +238,9 @@ void tst_KUiXmlParaser::shieldReadsReducedSet_data()
     QTest::addColumn<int>("toolBars");
     QTest::addColumn<int>("docks");
     QTest::addColumn<QStringList>("hostCalls");
-
-    QTest::newRow("ordinary") << false << QStringList({"can't identity element  sidebar"}) << 3 << 1
-                              << QStringList({"quick:Std"});
+    QTest::newRow("ordinary") << false << QStringList({"can't identity element  sidebar"}) << 3 << 1 << QStringList({"quick:Std"});
     // The shielded window drops the filtered commands, so a bar naming one is not found.
-    QTest::newRow("shielded") << true << QStringList({"can not found command named: TrackChangesToolBar"}) << 2
-                              << 0 << QStringList();
+    QTest::newRow("shielded") << true << QStringList({"can not found command named: TrackChangesToolBar"}) << 2 << 0 << QStringList();
 }
 
 void tst_KUiXmlParaser::shieldReadsReducedSet()

@@ -22,12 +22,10 @@ KAppTheme* theme()
     return KApplication::instance()->theme();
 }
 
-void loadThemeFile(const QString& path)
+// A theme file in dir holding one class "k" with the given items.
+QString writeClassK(const QTemporaryDir& dir, const QByteArray& items)
 {
-    KDomDocument doc;
-    if (!doc.setContent(path))
-        qFatal("cannot parse %s", qPrintable(path));
-    theme()->setupXml(doc);
+    return KTestSupport::writeFile(dir.filePath("k.xml"), "<r><theme><style class='k'>" + items + "</style></theme></r>");
 }
 
 /// Records the theme-change events a widget receives, in a shared order log.
@@ -99,82 +97,70 @@ void tst_KAppTheme::cleanup()
 void tst_KAppTheme::lookupsAndFallbacks()
 {
     KWarningCatcher warnings;
-    loadThemeFile(dataFile("test.theme.xml"));
-    QCOMPARE(warnings.count(), 0);
-    const QColor none(1, 2, 3);
+    KTestSupport::loadTheme(dataFile("test.theme.xml"));
+    const QColor none(1, 2, 3), border = QColor::fromRgb(0x11, 0x22, 0x33, 0x44);
+    const auto color = [&](const char* cls, const char* item) { return theme()->getColor(cls, item, none); };
 
     // The imported file's classes came first, so "child" could name "parent" as its base.
-    QCOMPARE(theme()->getColor("child", "border", none), QColor::fromRgb(0x11, 0x22, 0x33, 0x44));
-    QCOMPARE(theme()->getColor("child", "shared", none), QColor(0, 0, 2)); // own item wins
-    QCOMPARE(theme()->getColor("parent", "shared", none), QColor(0, 0, 1));
-    QCOMPARE(theme()->getFont("child", "title", QFont()).family(), QStringLiteral("Serif"));
-    // Through two links: later -> child -> parent.
-    QCOMPARE(theme()->getColor("later", "border", none), QColor::fromRgb(0x11, 0x22, 0x33, 0x44));
+    QCOMPARE(color("child", "border"), border);
+    QCOMPARE(color("child", "shared"), QColor(0, 0, 2)); // own item wins
+    QCOMPARE(color("parent", "shared"), QColor(0, 0, 1));
+    QCOMPARE(color("later", "border"), border); // through two links: later -> child -> parent
     // A base that is defined after its user is not linked.
-    QCOMPARE(theme()->getColor("early", "own", none), QColor(1, 1, 1));
-    QCOMPARE(theme()->getColor("early", "deep", none), none);
+    QCOMPARE(color("early", "own"), QColor(1, 1, 1));
+    QCOMPARE(color("early", "deep"), none);
     // Misses give the default, with no message.
-    QCOMPARE(theme()->getColor("nosuchclass", "border", none), none);
-    QCOMPARE(theme()->getColor("child", "nosuchitem", none), none);
-    QCOMPARE(theme()->getColor("child", "border-hover", none), none); // no state fallback
-    QCOMPARE(theme()->getImage("child", "nothing", QImage()).isNull(), true);
-    QCOMPARE(&theme()->getGradient("child", "nothing", KAppTheme::defaultGradient()),
-             &KAppTheme::defaultGradient());
+    QCOMPARE(color("nosuchclass", "border"), none);
+    QCOMPARE(color("child", "border-hover"), none); // no state fallback
+    QVERIFY(theme()->getImage("child", "nothing", QImage()).isNull());
+    QCOMPARE(&theme()->getGradient("child", "nothing", KAppTheme::defaultGradient()), &KAppTheme::defaultGradient());
     // Elements before the first "style" are skipped; any element after it is a class.
     QVERIFY(!theme()->hasClass("notaclass"));
     QVERIFY(theme()->hasClass("later"));
     // Unknown child tags of a class are ignored: "rel" stays the relative colour.
     theme()->setBaseColor(QColor("#336699"), false);
-    QVERIFY(theme()->getColor("child", "rel", none) != QColor(Qt::white));
+    QVERIFY(color("child", "rel") != QColor(Qt::white));
     QCOMPARE(warnings.count(), 0);
 
-    const QFont title = theme()->getFont("parent", "title", QFont());
+    const QFont title = theme()->getFont("child", "title", QFont()); // inherited from "parent"
+    QCOMPARE(title.family(), QStringLiteral("Serif"));
     QCOMPARE(title.pointSizeF(), 9.5);
-    QVERIFY(title.bold());
-    QVERIFY(!title.italic());
-    const QFont plain = theme()->getFont("child", "plain", QFont());
-    QCOMPARE(plain.family(), QStringLiteral("Sans"));
-    QVERIFY(!plain.bold());
+    QVERIFY(title.bold() && !title.italic());
+    QVERIFY(!theme()->getFont("child", "plain", QFont()).bold());
 
     // A later class of one name replaces the earlier in lookups; classes that were linked
     // to the earlier keep it as their base.
-    const QString replace = KTestSupport::writeFile(m_dir->filePath("replace.xml"),
-        "<r><theme><style class='parent'><color name='shared' value='#000009'/></style></theme></r>");
-    loadThemeFile(replace);
-    QCOMPARE(theme()->getColor("parent", "shared", none), QColor(0, 0, 9));
-    QCOMPARE(theme()->getColor("parent", "border", none), none);
-    QCOMPARE(theme()->getColor("child", "border", none), QColor::fromRgb(0x11, 0x22, 0x33, 0x44));
-
-    KDrawHelpFunc::getColorFromTheme("child", "shared"); // the helper reaches the same model
+    KTestSupport::loadTheme(KTestSupport::writeFile(m_dir->filePath("replace.xml"),
+        "<r><theme><style class='parent'><color name='shared' value='#000009'/></style></theme></r>"));
+    QCOMPARE(color("parent", "shared"), QColor(0, 0, 9));
+    QCOMPARE(color("parent", "border"), none);
+    QCOMPARE(color("child", "border"), border);
+    // The drawing helper reaches the same model.
     QCOMPARE(KDrawHelpFunc::getColorFromTheme("child", "shared"), QColor(0, 0, 2));
     QVERIFY(!KDrawHelpFunc::getColorFromTheme("nosuchclass", "x").isValid());
 }
 
 void tst_KAppTheme::colourValues_data()
 {
-    QTest::addColumn<QByteArray>("element");
+    QTest::addColumn<QByteArray>("attributes");
     QTest::addColumn<QColor>("expected");
-    QTest::newRow("rgb") << QByteArray("<color name='c' value='#112233'/>") << QColor(0x11, 0x22, 0x33, 255);
-    QTest::newRow("rgba") << QByteArray("<color name='c' value='#11223344'/>") << QColor(0x11, 0x22, 0x33, 0x44);
-    QTest::newRow("name") << QByteArray("<color name='c' value='red'/>") << QColor(255, 0, 0);
-    QTest::newRow("ds only reads value") << QByteArray("<color name='c' ds='20' value='#445566'/>")
-                                         << QColor(0x44, 0x55, 0x66);
-    QTest::newRow("empty dv reads value") << QByteArray("<color name='c' ds='5' dv='' value='#010203'/>")
-                                          << QColor(1, 2, 3);
+    const auto row = [](const char* name, const char* attributes, const QColor& c) { QTest::newRow(name) << QByteArray(attributes) << c; };
+    row("rgb", "value='#112233'", QColor(0x11, 0x22, 0x33, 255));
+    row("rgba", "value='#11223344'", QColor(0x11, 0x22, 0x33, 0x44));
+    row("name", "value='red'", QColor(255, 0, 0));
+    row("ds only reads value", "ds='20' value='#445566'", QColor(0x44, 0x55, 0x66));
+    row("empty dv reads value", "ds='5' dv='' value='#010203'", QColor(1, 2, 3));
     // With base #336699 (h 210, s 170, v 153).
-    QTest::newRow("relative") << QByteArray("<color name='c' ds='0' dv='0'/>") << QColor(0x33, 0x66, 0x99);
-    QTest::newRow("relative trans") << QByteArray("<color name='c' ds='0' dv='0' trans='128'/>")
-                                    << QColor(0x33, 0x66, 0x99, 128);
-    QTest::newRow("relative ignores value") << QByteArray("<color name='c' ds='0' dv='0' value='#ffffff'/>")
-                                            << QColor(0x33, 0x66, 0x99);
+    row("relative", "ds='0' dv='0'", QColor(0x33, 0x66, 0x99));
+    row("relative trans", "ds='0' dv='0' trans='128'", QColor(0x33, 0x66, 0x99, 128));
+    row("relative ignores value", "ds='0' dv='0' value='#ffffff'", QColor(0x33, 0x66, 0x99));
 }
 
 void tst_KAppTheme::colourValues()
 {
-    QFETCH(QByteArray, element);
+    QFETCH(QByteArray, attributes);
     QFETCH(QColor, expected);
-    loadThemeFile(KTestSupport::writeFile(m_dir->filePath("c.xml"),
-                                          "<r><theme><style class='k'>" + element + "</style></theme></r>"));
+    KTestSupport::loadTheme(writeClassK(*m_dir, "<color name='c' " + attributes + "/>"));
     theme()->setBaseColor(QColor("#336699"), false);
     QCOMPARE(theme()->getColor("k", "c", QColor()), expected);
 }
@@ -200,10 +186,7 @@ void tst_KAppTheme::relativeColoursFollowBase()
     QFETCH(int, dv);
     QFETCH(int, saturation);
     QFETCH(int, value);
-    loadThemeFile(KTestSupport::writeFile(
-        m_dir->filePath("r.xml"),
-        QStringLiteral("<r><theme><style class='k'><color name='c' ds='%1' dv='%2'/></style></theme></r>")
-            .arg(ds).arg(dv).toUtf8()));
+    KTestSupport::loadTheme(writeClassK(*m_dir, QStringLiteral("<color name='c' ds='%1' dv='%2'/>").arg(ds).arg(dv).toUtf8()));
     // Without a base colour a relative colour has no value.
     QVERIFY(!theme()->getColor("k", "c", QColor(Qt::red)).isValid());
 
@@ -218,26 +201,25 @@ void tst_KAppTheme::relativeColoursFollowBase()
     // A new base re-tints at the next lookup.
     const QColor other = QColor::fromHsv((base.hsvHue() + 120) % 360, 180, 180);
     theme()->setBaseColor(other, false);
-    const QColor retinted = theme()->getColor("k", "c", QColor());
-    QVERIFY(retinted != c);
-    QVERIFY(qAbs(retinted.hsvHue() - other.hsvHue()) <= 2);
+    QVERIFY(qAbs(theme()->getColor("k", "c", QColor()).hsvHue() - other.hsvHue()) <= 2);
 }
 
 void tst_KAppTheme::gradients()
 {
-    loadThemeFile(dataFile("test.theme.xml"));
+    KTestSupport::loadTheme(dataFile("test.theme.xml"));
     theme()->setBaseColor(QColor::fromHsv(0, 100, 100), false);
-
-    const QGradient& lin = theme()->getGradient("child", "lin", KAppTheme::defaultGradient());
+    const auto gradient = [](const char* cls, const char* item) -> const QGradient& {
+        return theme()->getGradient(cls, item, KAppTheme::defaultGradient());
+    };
+    const QGradient& lin = gradient("child", "lin");
     QCOMPARE(lin.type(), QGradient::LinearGradient);
     QCOMPARE(lin.spread(), QGradient::RepeatSpread);
     QCOMPARE(lin.coordinateMode(), QGradient::ObjectBoundingMode);
     QCOMPARE(static_cast<const QLinearGradient&>(lin).finalStop(), QPointF(0, 1));
-    QGradientStops stops = lin.stops();
-    QCOMPARE(stops.size(), 3); // the <other> child is no stop
-    // The fixed stop on position 0 wins over the relative one there.
-    QCOMPARE(stops.at(0).first, 0.0);
-    QCOMPARE(stops.at(0).second, QColor(0, 255, 0));
+    // The <other> child is no stop; the fixed stop on position 0 wins over the relative one.
+    const QGradientStops stops = lin.stops();
+    QCOMPARE(stops.size(), 3);
+    QCOMPARE(stops.at(0), QGradientStop(0.0, QColor(0, 255, 0)));
     QCOMPARE(stops.at(1).first, 0.5);
     QCOMPARE(stops.at(1).second.value(), 70);
     QCOMPARE(stops.at(1).second.alpha(), 200);
@@ -245,69 +227,58 @@ void tst_KAppTheme::gradients()
 
     // The same object is rewritten for a new base colour.
     theme()->setBaseColor(QColor::fromHsv(0, 100, 200), false);
-    const QGradient& again = theme()->getGradient("child", "lin", KAppTheme::defaultGradient());
-    QCOMPARE(&again, &lin);
-    QCOMPARE(again.stops().at(1).second.value(), 170);
+    QCOMPARE(&gradient("child", "lin"), &lin);
+    QCOMPARE(lin.stops().at(1).second.value(), 170);
 
-    const QGradient& rad = theme()->getGradient("later", "rad", KAppTheme::defaultGradient());
+    const auto& rad = static_cast<const QRadialGradient&>(gradient("later", "rad"));
     QCOMPARE(rad.type(), QGradient::RadialGradient);
     QCOMPARE(rad.spread(), QGradient::ReflectSpread);
-    QCOMPARE(static_cast<const QRadialGradient&>(rad).focalPoint(), QPointF(0.25, 0.75));
-    QCOMPARE(static_cast<const QRadialGradient&>(rad).radius(), 0.5);
-    const QGradient& con = theme()->getGradient("child", "con", KAppTheme::defaultGradient());
+    QCOMPARE(rad.focalPoint(), QPointF(0.25, 0.75));
+    QCOMPARE(rad.radius(), 0.5);
+    const auto& con = static_cast<const QConicalGradient&>(gradient("child", "con"));
     QCOMPARE(con.type(), QGradient::ConicalGradient);
     QCOMPARE(con.spread(), QGradient::PadSpread); // an unknown spread keeps the default
-    QCOMPARE(static_cast<const QConicalGradient&>(con).angle(), 90.0);
-    QCOMPARE(static_cast<const QConicalGradient&>(con).center(), QPointF(0.5, 0.25));
+    QCOMPARE(con.angle(), 90.0);
+    QCOMPARE(con.center(), QPointF(0.5, 0.25));
 }
 
 void tst_KAppTheme::images()
 {
     QImage image(6, 4, QImage::Format_ARGB32);
     image.fill(Qt::blue);
-    const QString abs = m_dir->filePath("img/bg.png");
+    const QString abs = m_dir->filePath("img/bg.png"), gone = m_dir->filePath("none.png");
     QDir().mkpath(m_dir->filePath("img"));
     QVERIFY(image.save(abs));
     const QString rel = QDir(QCoreApplication::applicationDirPath()).relativeFilePath(abs);
-    loadThemeFile(KTestSupport::writeFile(m_dir->filePath("i.xml"),
-        QStringLiteral("<r><theme><style class='k'><image name='abs' href='%1'/>"
-                       "<image name='rel' href='%2'/><image name='gone' href='%3'/></style></theme></r>")
-            .arg(abs, rel, m_dir->filePath("none.png")).toUtf8()));
-    QCOMPARE(theme()->getImage("k", "abs", QImage()).size(), QSize(6, 4));
+    KTestSupport::loadTheme(writeClassK(*m_dir, QStringLiteral("<image name='abs' href='%1'/><image name='rel' href='%2'/>"
+                                                               "<image name='gone' href='%3'/>").arg(abs, rel, gone).toUtf8()));
     QCOMPARE(theme()->getImage("k", "rel", QImage()).size(), QSize(6, 4)); // from the program's dir
     QCOMPARE(theme()->getImageHref("k", "rel", QString()), abs);
     QVERIFY(theme()->getImage("k", "gone", QImage(1, 1, QImage::Format_ARGB32)).isNull());
-    QCOMPARE(theme()->getImageHref("k", "gone", QString()), m_dir->filePath("none.png"));
+    QCOMPARE(theme()->getImageHref("k", "gone", QString()), gone);
     QCOMPARE(KDrawHelpFunc::getImageFromTheme("k", "abs").pixelColor(0, 0), QColor(Qt::blue));
 }
 
 void tst_KAppTheme::mainXmlAndStyles_data()
 {
     QTest::addColumn<QByteArray>("mainBody");
-    QTest::addColumn<QByteArray>("themeFile");
+    QTest::addColumn<QByteArray>("themeFile"); // written as t.xml beside the main file
     QTest::addColumn<bool>("result");
     QTest::addColumn<QString>("warning");
     QTest::addColumn<QString>("styleName");
-    QTest::newRow("no theme") << QByteArray("") << QByteArray() << false << QString() << QString();
-    QTest::newRow("no path") << QByteArray("<theme/>") << QByteArray() << false
-                             << "need path attribute." << QString();
-    QTest::newRow("missing file") << QByteArray("<theme path='nofile.xml'/>") << QByteArray() << false
-                                  << "KAppTheme: XML: file not exist:" << QString();
-    QTest::newRow("no style") << QByteArray("<theme path='t.xml'/>")
-                              << QByteArray("<r><theme><style class='a'/></theme></r>") << false
-                              << "KAppthem: must specify a style of theme." << QString();
-    QTest::newRow("style without name") << QByteArray("<theme path='t.xml'/>")
-                                        << QByteArray("<r>\n<style/></r>") << false
-                                        << "KAppthem: style missing name attribute at: " << QString();
-    QTest::newRow("unknown name") << QByteArray("<theme path='t.xml'/>")
-                                  << QByteArray("<r><style name='fancy'/></r>") << true
-                                  << "KAppthem: unknown style name." << "base";
-    QTest::newRow("rainbow") << QByteArray("<theme path='t.xml'/>")
-                             << QByteArray("<r><style name='rainbow'/></r>") << true << QString() << "rainbow";
-    QTest::newRow("classics") << QByteArray("<theme path='t.xml'/>")
-                              << QByteArray("<r><style name='classics'/></r>") << true << QString() << "rainbow";
-    QTest::newRow("2013") << QByteArray("<theme path='t.xml'/>")
-                          << QByteArray("<r><style name='2013'/></r>") << true << QString() << "2013";
+    const auto row = [](const char* name, const char* body, const char* file, bool ok, const char* warning, const char* style) {
+        QTest::newRow(name) << QByteArray(body) << QByteArray(file) << ok << QString(warning) << QString(style);
+    };
+    const char* const named = "<theme path='t.xml'/>";
+    row("no theme", "", "", false, "", "");
+    row("no path", "<theme/>", "", false, "need path attribute.", "");
+    row("missing file", "<theme path='nofile.xml'/>", "", false, "KAppTheme: XML: file not exist:", "");
+    row("no style", named, "<r><theme><style class='a'/></theme></r>", false, "KAppthem: must specify a style of theme.", "");
+    row("style without name", named, "<r>\n<style/></r>", false, "KAppthem: style missing name attribute at: ", "");
+    row("unknown name", named, "<r><style name='fancy'/></r>", true, "KAppthem: unknown style name.", "base");
+    row("rainbow", named, "<r><style name='rainbow'/></r>", true, "", "rainbow");
+    row("classics", named, "<r><style name='classics'/></r>", true, "", "rainbow");
+    row("2013", named, "<r><style name='2013'/></r>", true, "", "2013");
 }
 
 void tst_KAppTheme::mainXmlAndStyles()
@@ -319,9 +290,8 @@ void tst_KAppTheme::mainXmlAndStyles()
     QFETCH(QString, styleName);
     if (!themeFile.isEmpty())
         KTestSupport::writeFile(m_dir->filePath("sub/t.xml"), themeFile);
-    const QString mainPath = KTestSupport::writeFile(m_dir->filePath("sub/main.xml"), "<ui>" + mainBody + "</ui>");
     KDomDocument main;
-    QVERIFY(main.setContent(mainPath));
+    QVERIFY(main.setContent(KTestSupport::writeFile(m_dir->filePath("sub/main.xml"), "<ui>" + mainBody + "</ui>")));
 
     KWarningCatcher warnings;
     QCOMPARE(theme()->setupMainXml(main), result);
@@ -336,29 +306,26 @@ void tst_KAppTheme::mainXmlAndStyles()
         // The frame wraps the plain style, never another frame.
         QVERIFY(!qobject_cast<KORBStyle*>(style->baseStyle()));
         // The "kstyle" filter of descriptions reads the same name.
-        const QString filtered = KTestSupport::writeFile(m_dir->filePath("f.xml"),
-            QStringLiteral("<r><a filter='kstyle=%1'/></r>").arg(styleName).toUtf8());
         KDomDocument doc;
-        QVERIFY(doc.setContent(filtered));
+        QVERIFY(doc.setContent(KTestSupport::writeFile(m_dir->filePath("f.xml"),
+                                                       QStringLiteral("<r><a filter='kstyle=%1'/></r>").arg(styleName).toUtf8())));
         QVERIFY(!doc.documentElement().firstChildElement("a").isNull());
     }
 }
 
 void tst_KAppTheme::importWarnings()
 {
-    KTestSupport::writeFile(m_dir->filePath("loop.xml"),
-        "<r><import path='top.xml'/><theme><style class='loop'/></theme></r>");
+    // A missing path and a missing file warn; the file that imports its importer is read once.
+    KTestSupport::writeFile(m_dir->filePath("loop.xml"), "<r><import path='top.xml'/><theme><style class='loop'/></theme></r>");
     const QString top = KTestSupport::writeFile(m_dir->filePath("top.xml"),
-        "<r><import/><import path='missing.xml'/><import path='loop.xml'/>"
-        "<theme><style class='top' base='loop'/></theme></r>");
+        "<r><import/><import path='missing.xml'/><import path='loop.xml'/><theme><style class='top' base='loop'/></theme></r>");
     KWarningCatcher warnings;
-    loadThemeFile(top);
+    KTestSupport::loadTheme(top);
     QCOMPARE(warnings.matching("need path attribute.").size(), 1);
-    QCOMPARE(warnings.matching("KAppTheme: XML: file not exist:").size(), 1);
-    QVERIFY(warnings.contains("missing.xml"));
-    // The file that imports its importer is read once; the cycle ends with a warning.
-    QVERIFY(theme()->hasClass("loop"));
-    QVERIFY(theme()->hasClass("top"));
+    const QStringList missing = warnings.matching("KAppTheme: XML: file not exist:");
+    QCOMPARE(missing.size(), 1);
+    QVERIFY(missing.first().contains("missing.xml"));
+    QVERIFY(theme()->hasClass("loop") && theme()->hasClass("top"));
 }
 
 void tst_KAppTheme::baseColourSettings()
@@ -370,74 +337,56 @@ void tst_KAppTheme::baseColourSettings()
     app->setProductName("ThemeProduct");
     app->setProductVersion("7.1");
     app->setUiName("ribbon");
-    loadThemeFile(dataFile("test.theme.xml"));
+    KTestSupport::loadTheme(dataFile("test.theme.xml"));
+    const QString key = QStringLiteral("7.1/%1/ribbon/Theme").arg(QCoreApplication::applicationName());
 
     theme()->setBaseColor(QColor("#204080"), true);
-    {
-        QSettings stored(QSettings::NativeFormat, QSettings::UserScope, "NorvikThemeOrg", "ThemeProduct");
-        QCOMPARE(stored.value(QStringLiteral("7.1/%1/ribbon/Theme").arg(QCoreApplication::applicationName()))
-                     .toString(),
-                 QStringLiteral("#204080"));
-    }
+    QCOMPARE(QSettings("NorvikThemeOrg", "ThemeProduct").value(key).toString(), QStringLiteral("#204080"));
     theme()->setBaseColor(QColor(Qt::black), false); // not saved
     theme()->readBaseColor();
     QCOMPARE(theme()->getBaseColor(), QColor("#204080"));
 
     // A stored text that is no "#rrggbb" falls back to the theme's "theme1".
-    {
-        KSettings settings;
-        settings.setValue(QStringLiteral("7.1/%1/ribbon/Theme").arg(QCoreApplication::applicationName()),
-                          "#12345");
-    }
+    KSettings().setValue(key, "#12345");
     theme()->readBaseColor();
-    QCOMPARE(theme()->getBaseColor(), QColor("#336699"));
     QCOMPARE(KDrawHelpFunc::getBaseColor(), QColor("#336699"));
     int ds = 0, dv = 0;
     KDrawHelpFunc::getDsDvByColor(KDrawHelpFunc::getColorByDsDv(-30, 20), ds, dv);
-    QCOMPARE(ds, -30);
-    QCOMPARE(dv, 20);
+    QCOMPARE(QPoint(ds, dv), QPoint(-30, 20));
 }
 
 void tst_KAppTheme::themeChangeBroadcast()
 {
-    loadThemeFile(dataFile("test.theme.xml"));
+    KTestSupport::loadTheme(dataFile("test.theme.xml"));
     KApplication* app = KApplication::instance();
     QStringList log;
-    ThemeListener first("first", &log);
-    ThemeListener second("second", &log);
+    ThemeListener first("first", &log), second("second", &log), window("window", &log);
     auto* dead = new ThemeListener("dead", &log);
-    ThemeListener window("window", &log);
     app->addThemeChangeWidget(&first);
     app->addThemeChangeWidget(dead);
     app->addThemeChangeWidget(&second);
     delete dead;
     app->bringFrontMainWindow(&window);
 
+    // Registered widgets in order, then the main window repaints; the palette's window colour
+    // follows "common"/"window", relative to the new base.
     const QColor base = QColor::fromHsv(30, 120, 120);
     app->setThemeBaseColor(base, false);
     QCOMPARE(theme()->getBaseColor(), base);
     QCOMPARE(log, QStringList({"first", "second", "window:update"}));
-    // The palette's window colour follows "common"/"window", relative to the new base.
-    const QColor window1 = QApplication::palette().color(QPalette::Window);
-    QCOMPARE(window1, KColorItem::relativeColor(base, -20, 10, 255));
-
+    QCOMPARE(QApplication::palette().color(QPalette::Window), KColorItem::relativeColor(base, -20, 10, 255));
     log.clear();
     app->setThemeBaseColor(QColor::fromHsv(200, 120, 120), false);
     QCOMPARE(log, QStringList({"first", "second", "window:update"}));
-    QVERIFY(QApplication::palette().color(QPalette::Window) != window1);
+    QCOMPARE(QApplication::palette().color(QPalette::Window), KColorItem::relativeColor(QColor::fromHsv(200, 120, 120), -20, 10, 255));
 }
 
 void tst_KAppTheme::writerThemeIsComplete()
 {
     // The demo theme defines every pair the drawing code asks for.
-    const QString path = QStringLiteral(NORVIK_TEST_DATA_DIR "/../../../examples/writer/ui/theme/writer.theme.xml");
-    QVERIFY(QFile::exists(path));
     KWarningCatcher warnings;
-    KDomDocument doc;
-    QVERIFY(doc.setContent(path));
-    QVERIFY(theme()->setupXml(doc));
+    QVERIFY(KTestSupport::loadTheme(QStringLiteral(NORVIK_TEST_DATA_DIR "/../../../examples/writer/ui/theme/writer.theme.xml")));
     QCOMPARE(warnings.count(), 0); // the Tango folders exist
-    QVERIFY(!theme()->resLoader()->iconDirs().isEmpty());
     theme()->setBaseColor(KDrawHelpFunc::getColorFromTheme("theme", "theme1"), false);
     QVERIFY(theme()->getBaseColor().isValid());
 
@@ -448,22 +397,19 @@ void tst_KAppTheme::writerThemeIsComplete()
         const QString line = QString::fromUtf8(list.readLine()).trimmed();
         if (line.isEmpty() || line.startsWith('#'))
             continue;
-        const QStringList parts = line.split('|');
+        const QStringList parts = line.split('|'); // class|kind|item
         QCOMPARE(parts.size(), 3);
-        const QString& cls = parts.at(0);
-        const QString& item = parts.at(2);
-        const QByteArray where = (cls + " / " + item).toUtf8();
-        if (parts.at(1) == "C") {
-            QVERIFY2(theme()->getColor(cls, item, QColor()).isValid(), where.constData());
-        } else if (parts.at(1) == "G") {
+        const QString &cls = parts.at(0), &kind = parts.at(1), &item = parts.at(2);
+        const auto gradientFound = [&] {
             const QGradient& g = theme()->getGradient(cls, item, KAppTheme::defaultGradient());
-            QVERIFY2(&g != &KAppTheme::defaultGradient() && g.stops().size() >= 2, where.constData());
-        } else if (parts.at(1) == "I") {
-            QVERIFY2(!theme()->getImageHref(cls, item, QString()).isEmpty(), where.constData());
-        } else if (parts.at(1) == "F") {
-            QVERIFY2(theme()->getFont(cls, item, QFont("NoSuchDefault")).family() != "NoSuchDefault",
-                     where.constData());
-        }
+            return &g != &KAppTheme::defaultGradient() && g.stops().size() >= 2;
+        };
+        const bool found = kind == "C"   ? theme()->getColor(cls, item, QColor()).isValid()
+                           : kind == "G" ? gradientFound()
+                           : kind == "I" ? !theme()->getImageHref(cls, item, QString()).isEmpty()
+                           : kind == "F" ? theme()->getFont(cls, item, QFont("NoSuchDefault")).family() != "NoSuchDefault"
+                                         : true;
+        QVERIFY2(found, qPrintable(cls + " / " + item));
         ++pairs;
     }
     QVERIFY(pairs > 200);

@@ -56,9 +56,7 @@ void tst_KDrawHelpFunc::initTestCase()
         "<linearGradient name='background-down' start='0,0' end='0,1'><color position='0' value='#00ff00'/>"
         "<color position='1' value='#00ff00'/></linearGradient></style>"
         "</theme></r>");
-    KDomDocument doc;
-    QVERIFY(doc.setContent(path));
-    KApplication::instance()->theme()->setupXml(doc);
+    QVERIFY(KTestSupport::loadTheme(path));
     KApplication::instance()->theme()->setBaseColor(QColor("#336699"), false);
 }
 
@@ -187,33 +185,19 @@ void tst_KDrawHelpFunc::outlines()
 
 void tst_KDrawHelpFunc::arrowsAndTiles()
 {
+    using KTestSupport::paint;
     // The small drop-down mark: nine pixels, each in its own theme colour.
-    QImage image(10, 10, QImage::Format_ARGB32);
-    image.fill(Qt::white);
-    {
-        QPainter painter(&image);
-        KDrawHelpFunc::drawDownArraw(painter, QRect(2, 3, 4, 2), true);
-    }
+    QImage image = paint(QSize(10, 10), [](QPainter& p) { KDrawHelpFunc::drawDownArraw(p, QRect(2, 3, 4, 2), true); });
     const QList<QPoint> pixels = {{2, 3}, {3, 3}, {4, 3}, {5, 3}, {6, 3}, {3, 4}, {4, 4}, {5, 4}, {4, 5}};
-    for (int i = 0; i < pixels.size(); ++i) {
-        const int level = i * 10 + 10;
-        QCOMPARE(image.pixelColor(pixels.at(i)), QColor(level, level, level));
-    }
+    for (int i = 0; i < pixels.size(); ++i)
+        QCOMPARE(image.pixelColor(pixels.at(i)), QColor(i * 10 + 10, i * 10 + 10, i * 10 + 10));
     QCOMPARE(image.pixelColor(2, 4), QColor(Qt::white));
 
     // Larger arrows: a triangle in "arrow"/"arrow-enable" or "-disable".
-    image.fill(Qt::white);
-    {
-        QPainter painter(&image);
-        KDrawHelpFunc::drawRightArraw(painter, QRect(1, 1, 8, 8), true);
-    }
+    image = paint(QSize(10, 10), [](QPainter& p) { KDrawHelpFunc::drawRightArraw(p, QRect(1, 1, 8, 8), true); });
     QCOMPARE(image.pixelColor(3, 5), QColor(0, 0, 255));
     QCOMPARE(image.pixelColor(8, 1), QColor(Qt::white));
-    image.fill(Qt::white);
-    {
-        QPainter painter(&image);
-        KDrawHelpFunc::drawUpArraw(painter, QRect(1, 1, 8, 8), false);
-    }
+    image = paint(QSize(10, 10), [](QPainter& p) { KDrawHelpFunc::drawUpArraw(p, QRect(1, 1, 8, 8), false); });
     QCOMPARE(image.pixelColor(5, 7), QColor(0x80, 0x80, 0x80));
 
     const QImage tile = KDrawHelpFunc::getburelage(QColor(Qt::white)).toImage();
@@ -222,53 +206,39 @@ void tst_KDrawHelpFunc::arrowsAndTiles()
     QCOMPARE(tile.pixelColor(0, 0), QColor(Qt::white));
 
     // The checked rectangle fills with "button"/"background-down".
-    image.fill(Qt::white);
-    {
-        QPainter painter(&image);
-        KDrawHelpFunc::drawCheckedRect(painter, QRect(0, 0, 10, 10), 2);
-    }
+    image = paint(QSize(10, 10), [](QPainter& p) { KDrawHelpFunc::drawCheckedRect(p, QRect(0, 0, 10, 10), 2); });
     QCOMPARE(image.pixelColor(5, 5), QColor(0, 255, 0));
 
-    // Shadow text: the shadow goes first, one pixel down and right.
-    QImage text(60, 30, QImage::Format_ARGB32);
-    text.fill(Qt::white);
-    {
-        QPainter painter(&text);
-        QFont big = painter.font();
+    // Shadow text: the text in black over its red shadow one pixel down and right.
+    image = paint(QSize(60, 30), [](QPainter& p) {
+        QFont big = p.font();
         big.setPixelSize(20);
         big.setBold(true);
-        painter.setFont(big);
-        KDrawHelpFunc::drawShadowText(painter, "HH", text.rect(), Qt::AlignCenter, Qt::black, Qt::red);
-    }
-    bool red = false, black = false;
-    for (int x = 0; x < 60; ++x)
-        for (int y = 0; y < 30; ++y) {
-            const QColor c = text.pixelColor(x, y);
-            red |= c.red() - c.green() > 100;
-            black |= c.red() < 60 && c.green() < 60 && c.blue() < 60;
-        }
-    QVERIFY(red && black);
+        p.setFont(big);
+        KDrawHelpFunc::drawShadowText(p, "HH", QRect(0, 0, 60, 30), Qt::AlignCenter, Qt::black, Qt::red);
+    });
+    QVERIFY(KTestSupport::anyPixel(image, [](const QColor& c) { return c.red() - c.green() > 100; }));
+    QVERIFY(KTestSupport::anyPixel(image, [](const QColor& c) { return c.red() < 60 && c.green() < 60 && c.blue() < 60; }));
 }
 
 void tst_KDrawHelpFunc::buttonStateColours()
 {
+    // Border and background per state; disabled wins over every other state.
     const QString cls = QStringLiteral("KRbQuickToolbarArrowButton");
     QToolButton button;
-    QCOMPARE(KDrawHelpFunc::getButtonBoardColor(cls, &button), QColor("#000001"));
-    QCOMPARE(KDrawHelpFunc::getButtonBackground(cls, &button).color(), QColor("#000005"));
+    const auto colours = [&] {
+        const QBrush bg = KDrawHelpFunc::getButtonBackground(cls, &button);
+        return qMakePair(KDrawHelpFunc::getButtonBoardColor(cls, &button).name(),
+                         (bg.gradient() ? bg.gradient()->stops().first().second : bg.color()).name());
+    };
+    QCOMPARE(colours(), qMakePair(QString("#000001"), QString("#000005")));
     button.setDown(true);
-    QCOMPARE(KDrawHelpFunc::getButtonBoardColor(cls, &button), QColor("#000003"));
-    QBrush down = KDrawHelpFunc::getButtonBackground(cls, &button);
-    QVERIFY(down.gradient());
-    QCOMPARE(down.gradient()->stops().first().second, QColor("#000007"));
+    QCOMPARE(colours(), qMakePair(QString("#000003"), QString("#000007")));
     button.setDown(false);
     button.setAttribute(Qt::WA_UnderMouse);
-    QCOMPARE(KDrawHelpFunc::getButtonBoardColor(cls, &button), QColor("#000004"));
-    QCOMPARE(KDrawHelpFunc::getButtonBackground(cls, &button).gradient()->stops().first().second,
-             QColor("#000008"));
-    button.setEnabled(false); // disabled wins over every other state
-    QCOMPARE(KDrawHelpFunc::getButtonBoardColor(cls, &button), QColor("#000002"));
-    QCOMPARE(KDrawHelpFunc::getButtonBackground(cls, &button).color(), QColor("#000006"));
+    QCOMPARE(colours(), qMakePair(QString("#000004"), QString("#000008")));
+    button.setEnabled(false);
+    QCOMPARE(colours(), qMakePair(QString("#000002"), QString("#000006")));
 }
 
 void tst_KDrawHelpFunc::smallHelpers()
@@ -288,18 +258,9 @@ void tst_KDrawHelpFunc::smallHelpers()
     QCOMPARE(KDrawHelpFunc::getHotKeyShowPos(&child, QSize(20, 10), 5, 0), QPoint(40, 17));
     QCOMPARE(KDrawHelpFunc::getHotKeyShowPos(nullptr, QSize(20, 10), 5, 0), QPoint(0, 0));
 
-    QImage image(40, 20, QImage::Format_ARGB32);
-    image.fill(Qt::white);
-    {
-        QPainter painter(&image);
-        KDrawHelpFunc::drawText(painter, image.rect(), "HHH");
-    }
-    bool themed = false;
-    for (int x = 0; x < 40 && !themed; ++x)
-        for (int y = 0; y < 20 && !themed; ++y)
-            themed = image.pixelColor(x, y).red() < 128
-                     && image.pixelColor(x, y).blue() - image.pixelColor(x, y).red() >= 24; // #102030
-    QVERIFY(themed);
+    // Plain text in "common"/"text" (#102030).
+    const QImage text = KTestSupport::paint(QSize(40, 20), [](QPainter& p) { KDrawHelpFunc::drawText(p, QRect(0, 0, 40, 20), "HHH"); });
+    QVERIFY(KTestSupport::anyPixel(text, [](const QColor& c) { return c.red() < 128 && c.blue() - c.red() >= 24; }));
 }
 
 NORVIK_TEST_MAIN(tst_KDrawHelpFunc)

@@ -9,9 +9,9 @@
 #include <QTemporaryDir>
 #include <QToolButton>
 
+#include <QTreeView>
 #include <memory>
 #include <vector>
-#include <QTreeView>
 
 #include <kapptheme.h>
 #include <korbstyle.h>
@@ -22,6 +22,32 @@ namespace {
 
 QStringList g_calls;
 
+// Every named drawing operation: a control element (else a complex control), its custom
+// number, the operation and the option it takes.
+#define STYLE_OPERATIONS(X)                                                            \
+    X(false, 1, drawComplexControl_KRbTabBar, KStyleOptionRbTabBar)                    \
+    X(false, 2, drawComplexControl_KRbTabButton, KStyleOptionKRbTabButton)             \
+    X(false, 3, drawComplexControl_KRbCategory, KStyleOptionRbCategory)                \
+    X(false, 4, drawComplexControl_KRbHScrollWidget, KStyleOptionRbHScrollWidget)      \
+    X(false, 5, drawComplexControl_KRbLogicGroup, KStyleOptionRbLogicGroup)            \
+    X(false, 6, drawComplexControl_KLogicGroupButton, KStyleOptionLogicGroupButton)    \
+    X(false, 7, drawComplexControl_ToolButton, KStyleOptionToolButton)                 \
+    X(false, 8, drawComplexControl_KSepraratorWidget, KStyleOptionSepraratorWidget)    \
+    X(false, 9, drawComplexControl_KStatusBar, KStyleOptionStatusBar)                  \
+    X(false, 10, drawComplexControl_KDocTabBar, KStyleOptionDocTabBar)                 \
+    X(false, 11, drawComplexControl_KDocTab, KStyleOptionDocTab)                       \
+    X(false, 12, drawComplexControl_KRbLayoutWidget, KStyleOptionRbLayoutWidget)       \
+    X(false, 13, drawComplexControl_KRbSubTabBar, KStyleOptionRbSubTabBar)             \
+    X(false, 14, drawComplexControl_KMainWindow, KStyleOptionMainWindow)               \
+    X(false, 15, drawComplexControl_KRbTabFileButton, KStyleOptionRbTabFileButton)     \
+    X(false, 16, drawComplexControl_KSlider, QStyleOptionSlider)                       \
+    X(true, 1, drawControl_KSheetTabBarTab, KSheetTabStyleOption)                      \
+    X(true, 2, drawControl_KMinimizeButton, KStyleOptionWindowTitleButton)             \
+    X(true, 3, drawControl_KRestoreMaximizeButton, KStyleOptionRestoreMaximizeButton)  \
+    X(true, 4, drawControl_KCloseButton, KStyleOptionWindowTitleButton)                \
+    X(true, 5, drawControl_KTabBarNewButton, KStyleOptionTabBarNewButton)              \
+    X(true, 6, drawControl_KZoomButton, KStyleOptionZoomButton)
+
 /// Records which named operation a custom number reached, and with which option.
 class RecordingStyle : public KORBStyle
 {
@@ -29,34 +55,13 @@ public:
     RecordingStyle(QStyle* base) : KORBStyle(base) {}
     mutable const QStyleOption* lastOption = nullptr;
 
-#define RECORD(name, Option)                                                                   \
+#define RECORD(control, number, name, Option)                                                  \
     void name(const Option* o, QPainter*, const QWidget*) const override                      \
     {                                                                                          \
         g_calls << QStringLiteral(#name);                                                      \
         lastOption = o;                                                                        \
     }
-    RECORD(drawComplexControl_KRbTabBar, KStyleOptionRbTabBar)
-    RECORD(drawComplexControl_KRbTabButton, KStyleOptionKRbTabButton)
-    RECORD(drawComplexControl_KRbCategory, KStyleOptionRbCategory)
-    RECORD(drawComplexControl_KRbHScrollWidget, KStyleOptionRbHScrollWidget)
-    RECORD(drawComplexControl_KRbLogicGroup, KStyleOptionRbLogicGroup)
-    RECORD(drawComplexControl_KLogicGroupButton, KStyleOptionLogicGroupButton)
-    RECORD(drawComplexControl_ToolButton, KStyleOptionToolButton)
-    RECORD(drawComplexControl_KSepraratorWidget, KStyleOptionSepraratorWidget)
-    RECORD(drawComplexControl_KStatusBar, KStyleOptionStatusBar)
-    RECORD(drawComplexControl_KDocTabBar, KStyleOptionDocTabBar)
-    RECORD(drawComplexControl_KDocTab, KStyleOptionDocTab)
-    RECORD(drawComplexControl_KRbLayoutWidget, KStyleOptionRbLayoutWidget)
-    RECORD(drawComplexControl_KRbSubTabBar, KStyleOptionRbSubTabBar)
-    RECORD(drawComplexControl_KMainWindow, KStyleOptionMainWindow)
-    RECORD(drawComplexControl_KRbTabFileButton, KStyleOptionRbTabFileButton)
-    RECORD(drawComplexControl_KSlider, QStyleOptionSlider)
-    RECORD(drawControl_KSheetTabBarTab, KSheetTabStyleOption)
-    RECORD(drawControl_KMinimizeButton, KStyleOptionWindowTitleButton)
-    RECORD(drawControl_KRestoreMaximizeButton, KStyleOptionRestoreMaximizeButton)
-    RECORD(drawControl_KCloseButton, KStyleOptionWindowTitleButton)
-    RECORD(drawControl_KTabBarNewButton, KStyleOptionTabBarNewButton)
-    RECORD(drawControl_KZoomButton, KStyleOptionZoomButton)
+    STYLE_OPERATIONS(RECORD)
 #undef RECORD
 };
 
@@ -72,6 +77,13 @@ public:
         QCommonStyle::drawComplexControl(cc, opt, p, w);
     }
 };
+
+QIcon redIcon()
+{
+    QPixmap p(16, 16);
+    p.fill(Qt::red);
+    return QIcon(p);
+}
 
 QImage blank()
 {
@@ -103,10 +115,8 @@ class tst_KORBStyle : public QObject
 private Q_SLOTS:
     void init();
     void cleanupTestCase() { g_options.clear(); }
-    void complexDispatch_data();
-    void complexDispatch();
-    void controlDispatch_data();
-    void controlDispatch();
+    void dispatch_data();
+    void dispatch();
     void wrongOptionDrawsNothing();
     void sliderAlsoReachesProxy();
     void fallbacksPaint();
@@ -125,77 +135,48 @@ void tst_KORBStyle::init()
     KApplication::instance()->theme()->resetXml();
 }
 
-void tst_KORBStyle::complexDispatch_data()
+void tst_KORBStyle::dispatch_data()
 {
+    QTest::addColumn<bool>("control"); // a control element, else a complex control
     QTest::addColumn<int>("number");
     QTest::addColumn<QString>("operation");
     QTest::addColumn<void*>("option");
-    const auto row = [](int n, const char* op, QStyleOption* o) {
-        QTest::newRow(op) << n << QString::fromLatin1(op) << static_cast<void*>(o);
+    const auto row = [](bool control, int n, const char* op, QStyleOption* o, const char* name = nullptr) {
+        QTest::newRow(name ? name : op) << control << n << QString::fromLatin1(op) << static_cast<void*>(o);
     };
-    row(1, "drawComplexControl_KRbTabBar", make<KStyleOptionRbTabBar>());
-    row(2, "drawComplexControl_KRbTabButton", make<KStyleOptionKRbTabButton>());
-    row(3, "drawComplexControl_KRbCategory", make<KStyleOptionRbCategory>());
-    row(4, "drawComplexControl_KRbHScrollWidget", make<KStyleOptionRbHScrollWidget>());
-    row(5, "drawComplexControl_KRbLogicGroup", make<KStyleOptionRbLogicGroup>());
-    row(6, "drawComplexControl_KLogicGroupButton", make<KStyleOptionLogicGroupButton>());
-    row(7, "drawComplexControl_ToolButton", make<KStyleOptionToolButton>());
-    row(8, "drawComplexControl_KSepraratorWidget", make<KStyleOptionSepraratorWidget>());
-    row(9, "drawComplexControl_KStatusBar", make<KStyleOptionStatusBar>());
-    row(10, "drawComplexControl_KDocTabBar", make<KStyleOptionDocTabBar>());
-    row(11, "drawComplexControl_KDocTab", make<KStyleOptionDocTab>());
-    row(12, "drawComplexControl_KRbLayoutWidget", make<KStyleOptionRbLayoutWidget>());
-    row(13, "drawComplexControl_KRbSubTabBar", make<KStyleOptionRbSubTabBar>());
-    row(14, "drawComplexControl_KMainWindow", make<KStyleOptionMainWindow>());
-    row(15, "drawComplexControl_KRbTabFileButton", make<KStyleOptionRbTabFileButton>());
-    row(16, "drawComplexControl_KSlider", make<QStyleOptionSlider>());
+#define ROW(control, number, name, Option) row(control, number, #name, make<Option>());
+    STYLE_OPERATIONS(ROW)
+#undef ROW
+    // The restore option is a caption-button option too, but not the other way round.
+    row(true, 4, "drawControl_KCloseButton", make<KStyleOptionRestoreMaximizeButton>(), "close, restore option");
+    row(true, 3, "", make<KStyleOptionWindowTitleButton>(), "restore needs its own option");
 }
 
-void tst_KORBStyle::complexDispatch()
+void tst_KORBStyle::dispatch()
 {
-    QFETCH(int, number);
-    QFETCH(QString, operation);
-    QFETCH(void*, option);
-    auto* opt = static_cast<QStyleOptionComplex*>(static_cast<QStyleOption*>(option));
-    RecordingStyle style(QStyleFactory::create("Fusion"));
-    QImage image = blank();
-    QPainter painter(&image);
-    style.drawComplexControl(QStyle::ComplexControl(uint(QStyle::CC_CustomBase) + number), opt, &painter);
-    QCOMPARE(g_calls, QStringList{operation});
-    QCOMPARE(style.lastOption, static_cast<const QStyleOption*>(opt));
-}
-
-void tst_KORBStyle::controlDispatch_data()
-{
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QString>("operation");
-    QTest::addColumn<void*>("option");
-    QTest::newRow("sheet tab") << 1 << "drawControl_KSheetTabBarTab" << static_cast<void*>(make<KSheetTabStyleOption>());
-    QTest::newRow("minimize") << 2 << "drawControl_KMinimizeButton" << static_cast<void*>(make<KStyleOptionWindowTitleButton>());
-    QTest::newRow("restore") << 3 << "drawControl_KRestoreMaximizeButton" << static_cast<void*>(make<KStyleOptionRestoreMaximizeButton>());
-    QTest::newRow("close") << 4 << "drawControl_KCloseButton" << static_cast<void*>(make<KStyleOptionWindowTitleButton>());
-    // The restore option is a caption-button option too.
-    QTest::newRow("close with restore option") << 4 << "drawControl_KCloseButton" << static_cast<void*>(make<KStyleOptionRestoreMaximizeButton>());
-    QTest::newRow("new tab") << 5 << "drawControl_KTabBarNewButton" << static_cast<void*>(make<KStyleOptionTabBarNewButton>());
-    QTest::newRow("zoom") << 6 << "drawControl_KZoomButton" << static_cast<void*>(make<KStyleOptionZoomButton>());
-    QTest::newRow("restore needs its own") << 3 << QString() << static_cast<void*>(make<KStyleOptionWindowTitleButton>());
-}
-
-void tst_KORBStyle::controlDispatch()
-{
+    QFETCH(bool, control);
     QFETCH(int, number);
     QFETCH(QString, operation);
     QFETCH(void*, option);
     auto* opt = static_cast<QStyleOption*>(option);
     RecordingStyle style(QStyleFactory::create("Fusion"));
-    QImage image = blank();
-    QPainter painter(&image);
-    style.drawControl(QStyle::ControlElement(uint(QStyle::CE_CustomBase) + number), opt, &painter);
+    KTestSupport::paint(QSize(60, 30), [&](QPainter& p) {
+        if (control)
+            style.drawControl(QStyle::ControlElement(uint(QStyle::CE_CustomBase) + number), opt, &p);
+        else
+            style.drawComplexControl(QStyle::ComplexControl(uint(QStyle::CC_CustomBase) + number),
+                                     static_cast<QStyleOptionComplex*>(opt), &p);
+    });
     QCOMPARE(g_calls, operation.isEmpty() ? QStringList() : QStringList{operation});
+    if (!operation.isEmpty())
+        QCOMPARE(style.lastOption, opt);
 }
 
 void tst_KORBStyle::wrongOptionDrawsNothing()
 {
+    // A stock option, no option, or a framework option of another element: nothing drawn,
+    // nothing reaches the named operations.
+    RecordingStyle recorder(QStyleFactory::create("Fusion"));
     KORBStyle style(QStyleFactory::create("Fusion"));
     QStyleOptionComplex stock;
     stock.rect = QRect(0, 0, 60, 30);
@@ -203,30 +184,20 @@ void tst_KORBStyle::wrongOptionDrawsNothing()
     tabBar.rect = stock.rect;
     tabBar.title = QStringLiteral("Title");
     for (int n = 1; n <= 16; ++n) {
-        for (const QStyleOptionComplex* opt : {static_cast<const QStyleOptionComplex*>(&stock),
-                                               static_cast<const QStyleOptionComplex*>(nullptr)}) {
-            QImage image = blank();
-            QPainter painter(&image);
-            style.drawComplexControl(QStyle::ComplexControl(uint(QStyle::CC_CustomBase) + n), opt, &painter);
-            painter.end();
+        const auto cc = QStyle::ComplexControl(uint(QStyle::CC_CustomBase) + n);
+        QList<const QStyleOptionComplex*> wrong = {&stock, nullptr};
+        if (n != 1 && n != 16)
+            wrong.append(&tabBar);
+        for (const QStyleOptionComplex* opt : wrong) {
+            const QImage image = KTestSupport::paint(QSize(60, 30), [&](QPainter& p) {
+                style.drawComplexControl(cc, opt, &p);
+                recorder.drawComplexControl(cc, opt, &p);
+                if (n <= 6)
+                    recorder.drawControl(QStyle::ControlElement(uint(QStyle::CE_CustomBase) + n), &stock, &p);
+            });
             QVERIFY2(image == blank(), qPrintable(QString::number(n)));
         }
-        if (n == 1 || n == 16)
-            continue;
-        // A framework option of another element is no better than a stock one.
-        QImage image = blank();
-        QPainter painter(&image);
-        style.drawComplexControl(QStyle::ComplexControl(uint(QStyle::CC_CustomBase) + n), &tabBar, &painter);
-        painter.end();
-        QVERIFY2(image == blank(), qPrintable(QString::number(n)));
     }
-    RecordingStyle recorder(QStyleFactory::create("Fusion"));
-    QImage image = blank();
-    QPainter painter(&image);
-    for (int n = 1; n <= 16; ++n)
-        recorder.drawComplexControl(QStyle::ComplexControl(uint(QStyle::CC_CustomBase) + n), &stock, &painter);
-    for (int n = 1; n <= 6; ++n)
-        recorder.drawControl(QStyle::ControlElement(uint(QStyle::CE_CustomBase) + n), &stock, &painter);
     QCOMPARE(g_calls, QStringList());
 }
 
@@ -240,30 +211,26 @@ void tst_KORBStyle::sliderAlsoReachesProxy()
     slider.rect = QRect(0, 0, 60, 30);
     style.drawComplexControl(KORBStyle::KCC_Slider, &slider, &painter);
     QCOMPARE(g_calls, QStringList{"drawComplexControl_KSlider"});
-    QCOMPARE(base->controls, QList<uint>{uint(KORBStyle::KCC_Slider)});
-
-    // The other custom controls stay with the frame.
-    base->controls.clear();
+    // The other custom controls stay with the frame; stock numbers go on to the wrapped style.
     KStyleOptionStatusBar bar;
     style.drawComplexControl(KORBStyle::KCC_StatusBar, &bar, &painter);
-    QVERIFY(base->controls.isEmpty());
-    // Stock numbers go on to the wrapped style.
-    QStyleOptionSlider stockSlider;
-    stockSlider.rect = QRect(0, 0, 60, 30);
-    stockSlider.maximum = 10;
-    style.drawComplexControl(QStyle::CC_Slider, &stockSlider, &painter);
-    QCOMPARE(base->controls, QList<uint>{uint(QStyle::CC_Slider)});
+    slider.maximum = 10;
+    style.drawComplexControl(QStyle::CC_Slider, &slider, &painter);
+    QCOMPARE(base->controls, QList<uint>({uint(KORBStyle::KCC_Slider), uint(QStyle::CC_Slider)}));
 }
 
 void tst_KORBStyle::fallbacksPaint()
 {
     QTemporaryDir dir;
-    KDomDocument doc;
-    QVERIFY(doc.setContent(KTestSupport::writeFile(dir.filePath("t.xml"),
+    QVERIFY(KTestSupport::loadTheme(KTestSupport::writeFile(dir.filePath("t.xml"),
         "<r><theme><style class='common'><color name='window' value='#804020'/></style>"
         "<style class='KRbTabBar'><color name='text' value='#0000ff'/></style></theme></r>")));
-    KApplication::instance()->theme()->setupXml(doc);
     KORBStyle style(QStyleFactory::create("Fusion"));
+    const auto draw = [&](int n, const QStyleOptionComplex* opt) {
+        return KTestSupport::paint(QSize(60, 30), [&](QPainter& p) {
+            style.drawComplexControl(QStyle::ComplexControl(uint(QStyle::CC_CustomBase) + n), opt, &p);
+        });
+    };
 
     // The main window: its rectangle less the margins, filled in "common"/"window".
     KStyleOptionMainWindow window;
@@ -272,57 +239,30 @@ void tst_KORBStyle::fallbacksPaint()
     window.topMargin = 4;
     window.rightMargin = 3;
     window.bottomMargin = 2;
-    QImage image = blank();
-    {
-        QPainter painter(&image);
-        style.drawComplexControl(KORBStyle::KCC_MainWindow, &window, &painter);
-    }
+    QImage image = draw(14, &window);
     QCOMPARE(image.pixelColor(10, 10), QColor(0x80, 0x40, 0x20));
-    QCOMPARE(image.pixelColor(2, 10), QColor(Qt::white));
-    QCOMPARE(image.pixelColor(10, 1), QColor(Qt::white));
-    QCOMPARE(image.pixelColor(58, 10), QColor(Qt::white));
+    for (const QPoint& margin : {QPoint(2, 10), QPoint(10, 1), QPoint(58, 10)})
+        QCOMPARE(image.pixelColor(margin), QColor(Qt::white));
 
     // The tab bar's title in its theme colour.
     KStyleOptionRbTabBar bar;
     bar.rect = QRect(0, 0, 60, 30);
     bar.title = QStringLiteral("HHHH");
-    image = blank();
-    {
-        QPainter painter(&image);
-        style.drawComplexControl(KORBStyle::KCC_RbTabBar, &bar, &painter);
-    }
-    bool blue = false;
-    for (int x = 0; x < image.width() && !blue; ++x)
-        for (int y = 0; y < image.height() && !blue; ++y)
-            blue = image.pixelColor(x, y).blue() > 200 && image.pixelColor(x, y).red() < 100;
-    QVERIFY(blue);
+    QVERIFY(KTestSupport::anyPixel(draw(1, &bar), [](const QColor& c) { return c.blue() > 200 && c.red() < 100; }));
 
     // The stock-drawn ones leave a mark too.
-    const QList<QPair<int, QStyleOptionComplex*>> drawn = {
-        {2, static_cast<QStyleOptionComplex*>(make<KStyleOptionKRbTabButton>())},
-        {4, static_cast<QStyleOptionComplex*>(make<KStyleOptionRbHScrollWidget>())},
-        {6, static_cast<QStyleOptionComplex*>(make<KStyleOptionLogicGroupButton>())},
-        {7, static_cast<QStyleOptionComplex*>(make<KStyleOptionToolButton>())},
-        {11, static_cast<QStyleOptionComplex*>(make<KStyleOptionDocTab>())},
-    };
-    for (const auto& entry : drawn) {
-        if (auto* tab = qstyleoption_cast<KStyleOptionKRbTabButton*>(entry.second))
-            tab->text = QStringLiteral("Home");
-        if (auto* tool = qstyleoption_cast<KStyleOptionToolButton*>(entry.second)) {
-            tool->text = QStringLiteral("Save");
-            tool->buttonStyle = 2;
-            tool->state |= QStyle::State_Sunken;
-        }
-        if (auto* doc = qstyleoption_cast<KStyleOptionDocTab*>(entry.second))
-            doc->text = QStringLiteral("Document");
-        image = blank();
-        {
-            QPainter painter(&image);
-            style.drawComplexControl(QStyle::ComplexControl(uint(QStyle::CC_CustomBase) + entry.first),
-                                     entry.second, &painter);
-        }
-        QVERIFY2(image != blank(), qPrintable(QString::number(entry.first)));
-    }
+    auto* tab = static_cast<KStyleOptionKRbTabButton*>(make<KStyleOptionKRbTabButton>());
+    tab->text = QStringLiteral("Home");
+    auto* tool = static_cast<KStyleOptionToolButton*>(make<KStyleOptionToolButton>());
+    tool->text = QStringLiteral("Save");
+    tool->buttonStyle = 2;
+    tool->state |= QStyle::State_Sunken;
+    auto* doc = static_cast<KStyleOptionDocTab*>(make<KStyleOptionDocTab>());
+    doc->text = QStringLiteral("Document");
+    const QList<QPair<int, QStyleOption*>> drawn = {
+        {2, tab}, {4, make<KStyleOptionRbHScrollWidget>()}, {6, make<KStyleOptionLogicGroupButton>()}, {7, tool}, {11, doc}};
+    for (const auto& [n, opt] : drawn)
+        QVERIFY2(draw(n, static_cast<QStyleOptionComplex*>(opt)) != blank(), qPrintable(QString::number(n)));
 }
 
 void tst_KORBStyle::toolButtonConversion_data()
@@ -351,15 +291,11 @@ void tst_KORBStyle::toolButtonConversion()
     in.rect = QRect(1, 2, 30, 20);
     in.text = QStringLiteral("Cut");
     in.state = QStyle::State_Enabled | QStyle::State_Sunken;
-    if (icon) {
-        QPixmap p(16, 16);
-        p.fill(Qt::red);
-        in.icon = QIcon(p);
-    }
+    if (icon)
+        in.icon = redIcon();
     QStyleOptionToolButton out;
     KORBStyle::_toQStyleOptionToolButton(&in, &out);
     QCOMPARE(out.type, int(QStyleOption::SO_ToolButton));
-    QVERIFY(qstyleoption_cast<const QStyleOptionToolButton*>(&out));
     QCOMPARE(int(out.features), features);
     QCOMPARE(int(out.toolButtonStyle), buttonStyle);
     QCOMPARE(out.rect, in.rect);
@@ -370,21 +306,18 @@ void tst_KORBStyle::toolButtonConversion()
 void tst_KORBStyle::otherEntryPoints()
 {
     KORBStyle style(QStyleFactory::create("Fusion"));
-    // The tool button's two parts.
+    QStyleOptionComplex stock;
+    // The tool button's two parts, side by side.
     KStyleOptionToolButton button;
     button.rect = QRect(0, 0, 40, 22);
     button.buttonStyle = 1 | 4;
     button.subControls = QStyle::SC_ToolButton | QStyle::SC_ToolButtonMenu;
-    QPixmap p(16, 16);
-    p.fill(Qt::red);
-    button.icon = QIcon(p);
+    button.icon = redIcon();
     button.iconSize = QSize(16, 16);
     const QRect menu = style.subControlRect(KORBStyle::KCC_ToolButton, &button, KORBStyle::KSC_ToolButtonMenu, nullptr);
     const QRect main = style.subControlRect(KORBStyle::KCC_ToolButton, &button, KORBStyle::KSC_ToolButtonButton, nullptr);
     QVERIFY(menu.isValid() && main.isValid());
-    QVERIFY(!menu.intersects(main));
-    QVERIFY(menu.left() > main.left());
-    QStyleOptionComplex stock;
+    QVERIFY(!menu.intersects(main) && menu.left() > main.left());
     QVERIFY(style.subControlRect(KORBStyle::KCC_ToolButton, &stock, KORBStyle::KSC_ToolButtonMenu, nullptr).isNull());
 
     // Sizes.
@@ -398,96 +331,77 @@ void tst_KORBStyle::otherEntryPoints()
     // The document tab's close mark.
     KStyleOptionDocTab tab;
     tab.rect = QRect(0, 0, 120, 24);
-    QCOMPARE(style.hitTestComplexControl(KORBStyle::KCC_DocTab, &tab, QPoint(110, 12), nullptr),
-             KORBStyle::KSC_DocTabClose);
-    QVERIFY(style.hitTestComplexControl(KORBStyle::KCC_DocTab, &tab, QPoint(10, 12), nullptr)
-            != KORBStyle::KSC_DocTabClose);
-    QCOMPARE(style.hitTestComplexControl(KORBStyle::KCC_DocTab, &stock, QPoint(110, 12), nullptr),
-             QStyle::SC_None);
+    const auto hit = [&](const QStyleOptionComplex* o, int x) {
+        return style.hitTestComplexControl(KORBStyle::KCC_DocTab, o, QPoint(x, 12), nullptr);
+    };
+    QCOMPARE(hit(&tab, 110), KORBStyle::KSC_DocTabClose);
+    QVERIFY(hit(&tab, 10) != KORBStyle::KSC_DocTabClose);
+    QCOMPARE(hit(&stock, 110), QStyle::SC_None);
 
     // The primitive + 1 draws nothing in the frame.
-    QImage image = blank();
-    QPainter painter(&image);
     QStyleOption plain;
-    plain.rect = image.rect();
-    style.drawPrimitive(KORBStyle::KPE_MainBorder, &plain, &painter);
-    painter.end();
-    QVERIFY(image == blank());
+    plain.rect = QRect(0, 0, 60, 30);
+    QVERIFY(KTestSupport::paint(QSize(60, 30), [&](QPainter& p) { style.drawPrimitive(KORBStyle::KPE_MainBorder, &plain, &p); })
+            == blank());
 }
 
 void tst_KORBStyle::metricsAndHints_data()
 {
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<int>("number"); // custom offset, or -1 with a stock enum in "stock"
-    QTest::addColumn<int>("stock");
-    QTest::addColumn<int>("frame");
-    QTest::addColumn<int>("v2012");
-    QTest::addColumn<int>("v2013");
+    QTest::addColumn<bool>("hint"); // a style hint, else a pixel metric
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QList<int>>("values"); // the frame's, rainbow's and 2013's
     const int proxy = INT_MIN; // "the wrapped style's value"
-    QTest::newRow("PM_ButtonMargin") << "pm" << -1 << int(QStyle::PM_ButtonMargin) << 4 << 4 << 4;
-    QTest::newRow("PM_DefaultFrameWidth") << "pm" << -1 << int(QStyle::PM_DefaultFrameWidth) << 2 << 2 << 2;
-    QTest::newRow("PM_ScrollBarExtent") << "pm" << -1 << int(QStyle::PM_ScrollBarExtent) << 16 << 16 << 16;
-    QTest::newRow("PM_TabBarTabOverlap") << "pm" << -1 << int(QStyle::PM_TabBarTabOverlap) << 1 << 1 << 1;
-    QTest::newRow("PM_MenuHMargin") << "pm" << -1 << int(QStyle::PM_MenuHMargin) << 0 << 0 << 0;
-    QTest::newRow("PM_MenuPanelWidth") << "pm" << -1 << int(QStyle::PM_MenuPanelWidth) << 2 << 2 << 2;
-    QTest::newRow("PM_ToolTipLabelFrameWidth") << "pm" << -1 << int(QStyle::PM_ToolTipLabelFrameWidth) << 4 << 4 << 4;
-    QTest::newRow("PM+1") << "pm" << 1 << 0 << proxy << proxy << 2;
-    QTest::newRow("PM+2") << "pm" << 2 << 0 << 3 << 3 << 1;
-    QTest::newRow("PM+3") << "pm" << 3 << 0 << 2 << 2 << 1;
-    QTest::newRow("PM+4") << "pm" << 4 << 0 << 0 << 0 << 2;
-    QTest::newRow("PM+5") << "pm" << 5 << 0 << 0 << 0 << 4;
-    QTest::newRow("PM+8") << "pm" << 8 << 0 << 0 << 0 << 0;
-    QTest::newRow("PM+9") << "pm" << 9 << 0 << 0 << 26 << 26;
-    QTest::newRow("PM+10") << "pm" << 10 << 0 << proxy << 15 << 13;
-    QTest::newRow("PM+11") << "pm" << 11 << 0 << proxy << 8 << 15;
-    QTest::newRow("PM+12") << "pm" << 12 << 0 << proxy << 3 << 15;
-    QTest::newRow("SH+1") << "sh" << 1 << 0 << proxy << 3 << 2;
-    QTest::newRow("SH+2") << "sh" << 2 << 0 << proxy << 32 << 24;
-    QTest::newRow("SH+3") << "sh" << 3 << 0 << proxy << proxy << 1;
-    QTest::newRow("SH+4") << "sh" << 4 << 0 << proxy << 2012 << 2013;
-    QTest::newRow("SH+5") << "sh" << 5 << 0 << proxy << proxy << 1;
-    QTest::newRow("SH_Menu_AllowActiveAndDisabled") << "sh" << -1 << int(QStyle::SH_Menu_AllowActiveAndDisabled)
-                                                    << 0 << 0 << 0;
+    const auto pm = [](const char* name, int metric, QList<int> v) { QTest::newRow(name) << false << metric << v; };
+    const auto sh = [](const char* name, int hint, QList<int> v) { QTest::newRow(name) << true << hint << v; };
+    const auto custom = [](int n) { return int(KORBStyle::customMetric(n)); };
+    const auto customHint = [](int n) { return int(KORBStyle::customHint(n)); };
+    pm("PM_ButtonMargin", QStyle::PM_ButtonMargin, {4, 4, 4});
+    pm("PM_DefaultFrameWidth", QStyle::PM_DefaultFrameWidth, {2, 2, 2});
+    pm("PM_ScrollBarExtent", QStyle::PM_ScrollBarExtent, {16, 16, 16});
+    pm("PM_TabBarTabOverlap", QStyle::PM_TabBarTabOverlap, {1, 1, 1});
+    pm("PM_MenuHMargin", QStyle::PM_MenuHMargin, {0, 0, 0});
+    pm("PM_MenuPanelWidth", QStyle::PM_MenuPanelWidth, {2, 2, 2});
+    pm("PM_ToolTipLabelFrameWidth", QStyle::PM_ToolTipLabelFrameWidth, {4, 4, 4});
+    pm("PM+1", custom(1), {proxy, proxy, 2});
+    pm("PM+2", custom(2), {3, 3, 1});
+    pm("PM+3", custom(3), {2, 2, 1});
+    pm("PM+4", custom(4), {0, 0, 2});
+    pm("PM+5", custom(5), {0, 0, 4});
+    pm("PM+8", custom(8), {0, 0, 0});
+    pm("PM+9", custom(9), {0, 26, 26});
+    pm("PM+10", custom(10), {proxy, 15, 13});
+    pm("PM+11", custom(11), {proxy, 8, 15});
+    pm("PM+12", custom(12), {proxy, 3, 15});
+    sh("SH+1", customHint(1), {proxy, 3, 2});
+    sh("SH+2", customHint(2), {proxy, 32, 24});
+    sh("SH+3", customHint(3), {proxy, proxy, 1});
+    sh("SH+4", customHint(4), {proxy, 2012, 2013});
+    sh("SH+5", customHint(5), {proxy, proxy, 1});
+    sh("SH_Menu_AllowActiveAndDisabled", QStyle::SH_Menu_AllowActiveAndDisabled, {0, 0, 0});
 }
 
 void tst_KORBStyle::metricsAndHints()
 {
-    QFETCH(QString, kind);
+    QFETCH(bool, hint);
     QFETCH(int, number);
-    QFETCH(int, stock);
-    QFETCH(int, frame);
-    QFETCH(int, v2012);
-    QFETCH(int, v2013);
-    QStyle* fusion = QStyleFactory::create("Fusion");
-    KORBStyle base(QStyleFactory::create("Fusion"));
-    KORBStyle_2012 s2012(QStyleFactory::create("Fusion"));
-    KORBStyle_2013 s2013(QStyleFactory::create("Fusion"));
-    auto ask = [&](const QStyle* s) {
-        if (kind == "pm") {
-            const auto m = number < 0 ? QStyle::PixelMetric(stock) : KORBStyle::customMetric(number);
-            return s->pixelMetric(m);
-        }
-        const auto h = number < 0 ? QStyle::StyleHint(stock) : KORBStyle::customHint(number);
-        return s->styleHint(h);
+    QFETCH(QList<int>, values);
+    const auto ask = [&](const QStyle& s) {
+        return hint ? s.styleHint(QStyle::StyleHint(number)) : s.pixelMetric(QStyle::PixelMetric(number));
     };
-    const int wrapped = ask(fusion);
-    QCOMPARE(ask(&base), frame == INT_MIN ? wrapped : frame);
-    QCOMPARE(ask(&s2012), v2012 == INT_MIN ? wrapped : v2012);
-    QCOMPARE(ask(&s2013), v2013 == INT_MIN ? wrapped : v2013);
-    delete fusion;
-
-    QCOMPARE(base.styleName(), QStringLiteral("base"));
-    QCOMPARE(s2012.styleName(), QStringLiteral("rainbow"));
-    QCOMPARE(s2013.styleName(), QStringLiteral("2013"));
+    const int wrapped = ask(*std::unique_ptr<QStyle>(QStyleFactory::create("Fusion")));
+    const QList<int> got = {ask(KORBStyle(QStyleFactory::create("Fusion"))),
+                            ask(KORBStyle_2012(QStyleFactory::create("Fusion"))),
+                            ask(KORBStyle_2013(QStyleFactory::create("Fusion")))};
+    for (int& v : values)
+        v = v == INT_MIN ? wrapped : v;
+    QCOMPARE(got, values);
 }
 
 void tst_KORBStyle::polish()
 {
     QTemporaryDir dir;
-    KDomDocument doc;
-    QVERIFY(doc.setContent(KTestSupport::writeFile(dir.filePath("t.xml"),
+    QVERIFY(KTestSupport::loadTheme(KTestSupport::writeFile(dir.filePath("t.xml"),
         "<r><theme><style class='KDocMap'><color name='background' value='#abcdef'/></style></theme></r>")));
-    KApplication::instance()->theme()->setupXml(doc);
     KORBStyle style(QStyleFactory::create("Fusion"));
 
     QTreeView tree;
@@ -521,24 +435,16 @@ void tst_KORBStyle::polish()
 
 void tst_KORBStyle::optionTypes()
 {
-    QCOMPARE(int(KStyleOptionRbTabBar::Type), 3841);
-    QCOMPARE(int(KStyleOptionToolButton::Type), 3847);
-    QCOMPARE(int(KStyleOptionMainWindow::Type), 3854);
-    QCOMPARE(int(KStyleOptionMainBorder::Type), 3861);
-    QCOMPARE(int(KStyleOptionRbLogicGroup::Type), int(KStyleOptionRbHScrollWidget::Type));
-    KStyleOptionRestoreMaximizeButton restore;
-    QCOMPARE(restore.type, 3858);
-    QCOMPARE(restore.version, 2);
+    // The type numbers hosts cast by, and the defaults the drawing code relies on.
+    QCOMPARE(QList<int>({KStyleOptionRbTabBar().type, KStyleOptionToolButton().type, KStyleOptionMainWindow().type,
+                         KStyleOptionRestoreMaximizeButton().type, KStyleOptionMainBorder().type}),
+             QList<int>({3841, 3847, 3854, 3858, 3861}));
+    QCOMPARE(KStyleOptionRestoreMaximizeButton().version, 2);
     KStyleOptionToolButton tool;
-    QCOMPARE(tool.type, 3847);
-    QCOMPARE(tool.orientation, int(Qt::Horizontal));
-    QVERIFY(tool.quickCommandEnabled);
-    QCOMPARE(tool.bgBrush.style(), Qt::NoBrush);
+    QVERIFY(tool.orientation == Qt::Horizontal && tool.quickCommandEnabled && tool.bgBrush.style() == Qt::NoBrush);
     QVERIFY(!qstyleoption_cast<const QStyleOptionToolButton*>(&tool));
-    KStyleOptionKRbTabButton tab;
-    QCOMPARE(tab.status, -1);
-    KSheetTabStyleOption sheet;
-    QCOMPARE(sheet.shape, 3);
+    QCOMPARE(KStyleOptionKRbTabButton().status, -1);
+    QCOMPARE(KSheetTabStyleOption().shape, 3);
     // The logic group and the scroller share a number: each cast accepts the other.
     KStyleOptionRbLogicGroup group;
     QVERIFY(qstyleoption_cast<const KStyleOptionRbHScrollWidget*>(&group));

@@ -1,8 +1,13 @@
 #include "ktestsupport.h"
 
+#include <QAbstractEventDispatcher>
 #include <QDir>
+#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
+#include <QTimer>
+#include <kapptheme.h>
+#include <kdomdocument.h>
 
 KWarningCatcher* KWarningCatcher::s_current = nullptr;
 
@@ -61,4 +66,60 @@ QByteArray KTestSupport::writeServiceFiles(const QString& dir)
 QString KTestSupport::writeMainXml(const QString& dir, const QString& fileName, const QByteArray& body)
 {
     return writeFile(dir + QLatin1Char('/') + fileName, "<ui>" + writeServiceFiles(dir) + body + "</ui>");
+}
+
+bool KTestSupport::loadMainXml(const QString& dir, const QByteArray& body)
+{
+    return KApplication::instance()->setupXml(writeMainXml(dir, QStringLiteral("main.xml"), body));
+}
+
+bool KTestSupport::loadTheme(const QString& path)
+{
+    KDomDocument doc;
+    return doc.setContent(path) && KApplication::instance()->theme()->setupXml(doc);
+}
+
+bool KTestSupport::runLoopUntil(const std::function<bool()>& pred, int timeoutMs)
+{
+    if (pred())
+        return true;
+    QEventLoop loop;
+    QTimer::singleShot(timeoutMs, &loop, &QEventLoop::quit);
+    const QMetaObject::Connection c = QObject::connect(
+        QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &loop, [&] {
+            if (pred())
+                loop.quit();
+        });
+    loop.exec();
+    QObject::disconnect(c);
+    return pred();
+}
+
+void KTestSupport::runLoopFor(int ms)
+{
+    QEventLoop loop;
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+QImage KTestSupport::paint(const QSize& size, const std::function<void(QPainter&)>& paint)
+{
+    QImage image(size, QImage::Format_ARGB32);
+    image.fill(Qt::white);
+    {
+        QPainter painter(&image);
+        paint(painter);
+    }
+    return image;
+}
+
+bool KTestSupport::anyPixel(const QImage& image, const std::function<bool(const QColor&)>& pred)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (pred(image.pixelColor(x, y)))
+                return true;
+        }
+    }
+    return false;
 }

@@ -4,7 +4,10 @@
 #define KTESTSUPPORT_H
 
 #include <QtTest/QtTest>
+#include <QImage>
+#include <QPainter>
 #include <QStringList>
+#include <functional>
 #include <kapplication.h>
 
 /**
@@ -45,6 +48,23 @@ QByteArray writeServiceFiles(const QString& dir);
 // A main description in dir: the service elements followed by body, under <ui>. Returns the
 // absolute path of the written file.
 QString writeMainXml(const QString& dir, const QString& fileName, const QByteArray& body);
+// Writes a main description "main.xml" in dir (see writeMainXml) and reads it into the
+// application; false when the application refused it.
+bool loadMainXml(const QString& dir, const QByteArray& body);
+// Reads the theme file at path into the application's theme; false when it does not parse or
+// the theme refuses it.
+bool loadTheme(const QString& path);
+
+// Runs a real event loop (the idle service works only when the loop is about to block) until
+// pred holds, checked each time the loop is about to block, or the time is up.
+bool runLoopUntil(const std::function<bool()>& pred, int timeoutMs = 5000);
+// Runs a real event loop for ms milliseconds: the way to show that nothing happens.
+void runLoopFor(int ms);
+
+// An image of size filled white, after paint drew on it.
+QImage paint(const QSize& size, const std::function<void(QPainter&)>& paint);
+// Whether some pixel of image satisfies pred.
+bool anyPixel(const QImage& image, const std::function<bool(const QColor&)>& pred);
 }
 
 #define NORVIK_TEST_MAIN_IMPL(TestObject)                                                   \
