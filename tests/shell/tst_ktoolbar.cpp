@@ -78,11 +78,19 @@ private Q_SLOTS:
     void dockShowsExtendedWidget();
 
 private:
-    // A list of trigger commands (and the shared separator for "|"), owned by window.
-    static KListCommand* makeList(KMainWindow& window, const QStringList& items);
+    // A bar in window for a list of counting commands with the given ids ("|" stands for the
+    // shared separator); the list is the bar's command().
+    static KToolBar* addBar(KMainWindow& window, const QStringList& items);
+    static QString visibility(KToolBar* bar); // one 1 or 0 per action
+    static QStringList actionIds(KToolBar* bar);
+    static bool showAndWait(KMainWindow& window)
+    {
+        window.show();
+        return QTest::qWaitForWindowExposed(&window);
+    }
 };
 
-KListCommand* tst_KToolBar::makeList(KMainWindow& window, const QStringList& items)
+KToolBar* tst_KToolBar::addBar(KMainWindow& window, const QStringList& items)
 {
     auto* list = new KListCommand(&window, window.commands());
     list->setProperty("id", QStringLiteral("bar"));
@@ -95,35 +103,45 @@ KListCommand* tst_KToolBar::makeList(KMainWindow& window, const QStringList& ite
         cmd->setProperty("id", item);
         list->addSubCommand(cmd);
     }
-    return list;
+    auto* bar = new KToolBar(list, &window);
+    window.addToolBar(bar);
+    return bar;
+}
+
+QString tst_KToolBar::visibility(KToolBar* bar)
+{
+    QString out;
+    for (QAction* a : bar->actions())
+        out += a->isVisible() ? QLatin1Char('1') : QLatin1Char('0');
+    return out;
+}
+
+QStringList tst_KToolBar::actionIds(KToolBar* bar)
+{
+    QStringList ids;
+    for (QAction* a : bar->actions()) {
+        auto* wrap = qobject_cast<KCommandWrapAction*>(a);
+        ids << (wrap && wrap->command() ? wrap->command()->property("id").toString() : QString("?"));
+    }
+    return ids;
 }
 
 void tst_KToolBar::itemsFollowTheList()
 {
     KMainWindow window;
-    KListCommand* list = makeList(window, {"a", "b"});
-    auto* bar = new KToolBar(list, &window);
-    window.addToolBar(bar);
+    KToolBar* bar = addBar(window, {"a", "b"});
+    auto* list = static_cast<KListCommand*>(bar->command());
+    list->setText(QStringLiteral("Standard"));
     QCOMPARE(bar->objectName(), QString("bar"));
+    QCOMPARE(bar->windowTitle(), QString("Standard"));
     bar->ensureConnectCommand();
-    QCOMPARE(bar->actions().size(), 2);
-
-    auto idAt = [bar](int i) {
-        auto* wrap = qobject_cast<KCommandWrapAction*>(bar->actions().value(i));
-        return wrap && wrap->command() ? wrap->command()->property("id").toString() : QString();
-    };
     auto* c = new KTriggerCommand(&window, list);
     c->setProperty("id", QStringLiteral("c"));
     list->insertSubCommand(1, c);
     list->addSubCommand(c);
-    QCOMPARE(bar->actions().size(), 4);
-    QCOMPARE(idAt(0), QString("a"));
-    QCOMPARE(idAt(1), QString("c"));
-    QCOMPARE(idAt(2), QString("b"));
-    QCOMPARE(idAt(3), QString("c"));
+    QCOMPARE(actionIds(bar), QStringList({"a", "c", "b", "c"}));
     list->removeSubCommand(0);
-    QCOMPARE(bar->actions().size(), 3);
-    QCOMPARE(idAt(0), QString("c"));
+    QCOMPARE(actionIds(bar), QStringList({"c", "b", "c"}));
 }
 
 void tst_KToolBar::separatorsHideWhenNeedless_data()
@@ -147,52 +165,30 @@ void tst_KToolBar::separatorsHideWhenNeedless_data()
 void tst_KToolBar::separatorsHideWhenNeedless()
 {
     QFETCH(QString, items);
-    QFETCH(QString, expected);
-    QFETCH(QString, allShown);
-
     KMainWindow window;
-    QStringList names;
-    QStringList hidden;
-    for (QString item : items.split(QLatin1Char(' '))) {
-        if (item.endsWith(QLatin1Char('-'))) {
-            item.chop(1);
-            hidden << item;
-        }
-        names << item;
-    }
-    KListCommand* list = makeList(window, names);
-    auto* bar = new KToolBar(list, &window);
-    window.addToolBar(bar);
+    QStringList names = items.split(QLatin1Char(' '));
+    for (QString& name : names)
+        name.remove(QLatin1Char('-'));
+    KToolBar* bar = addBar(window, names);
+    KCommand* list = bar->command();
     bar->ensureConnectCommand();
     QCOMPARE(bar->actions().size(), names.size());
-    for (const QString& id : std::as_const(hidden)) {
-        for (int i = 0; i < list->count(); ++i) {
-            if (list->subCommand(i)->property("id").toString() == id)
-                list->subCommand(i)->setVisible(false);
-        }
-    }
+    for (int i = 0; i < list->count(); ++i)
+        list->subCommand(i)->setVisible(!items.split(QLatin1Char(' ')).at(i).endsWith(QLatin1Char('-')));
 
     // The idle round refreshes the commands and then the separators.
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(showAndWait(window));
     KIdleEvent idle(0);
     QVERIFY(QCoreApplication::sendEvent(bar, &idle));
-    QString actual;
-    for (QAction* a : bar->actions())
-        actual += a->isVisible() ? QLatin1Char('1') : QLatin1Char('0');
-    QCOMPARE(actual, expected);
+    QTEST(visibility(bar), "expected");
     auto* last = dynamic_cast<CountingCommand*>(list->subCommand(list->count() - 1));
-    QVERIFY(last);
-    QVERIFY(last->updates >= 1);
+    QVERIFY(last && last->updates >= 1);
 
     // Showing the hidden commands again brings their separators back.
     for (int i = 0; i < list->count(); ++i)
         list->subCommand(i)->setVisible(true);
     bar->updateAction(false);
-    actual.clear();
-    for (QAction* a : bar->actions())
-        actual += a->isVisible() ? QLatin1Char('1') : QLatin1Char('0');
-    QCOMPARE(actual, allShown);
+    QTEST(visibility(bar), "allShown");
 }
 
 void tst_KToolBar::enablementAndForceEnable_data()
@@ -212,50 +208,37 @@ void tst_KToolBar::enablementAndForceEnable()
 {
     QFETCH(bool, enabled);
     QFETCH(QVariant, force);
-    QFETCH(bool, barEnabled);
-
     KMainWindow window;
-    KListCommand* list = makeList(window, {"a"});
-    list->setText(QStringLiteral("Standard"));
+    KToolBar* bar = addBar(window, {"a"});
     if (force.isValid())
-        list->setProperty("forceToolbarEnable", force);
-    auto* bar = new KToolBar(list, &window);
-    window.addToolBar(bar);
-    QCOMPARE(bar->windowTitle(), QString("Standard"));
-    list->setEnabled(enabled);
-    QCOMPARE(bar->isEnabled(), barEnabled);
+        bar->command()->setProperty("forceToolbarEnable", force);
+    bar->command()->setEnabled(enabled);
+    QTEST(bar->isEnabled(), "barEnabled");
 }
 
 void tst_KToolBar::closingFloatingBarHidesCommand()
 {
     KMainWindow window;
-    KListCommand* list = makeList(window, {"a", "b"});
-    auto* bar = new KToolBar(list, &window);
-    window.addToolBar(bar);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-
+    KToolBar* bar = addBar(window, {"a", "b"});
+    KCommand* list = bar->command();
+    QVERIFY(showAndWait(window));
     bar->setFloating(true);
-    QVERIFY(bar->isFloating());
-    QVERIFY(bar->isWindow());
-    QVERIFY(bar->isVisible());
+    QVERIFY(bar->isWindow() && bar->isVisible());
     QVERIFY(bar->windowFlags().testFlag(Qt::WindowCloseButtonHint));
     QVERIFY(!window.hasToolbar(Qt::TopToolBarArea));
 
+    // Closing hides the command and keeps the bar; the command brings it back, still floating.
     QPointer<KToolBar> guard(bar);
     QVERIFY(bar->close());
     QVERIFY(!list->isVisible());
-    QVERIFY(bar->isHidden());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(guard);
     QCOMPARE(window.findToolBar(list), bar);
-
-    // The command brings it back, still floating.
     list->setVisible(true);
     QVERIFY(bar->isVisible());
     QVERIFY(bar->isFloating());
 
-    // A bar without a close button keeps that after being made closable and back again.
+    // The close button goes and comes back with the closable flag.
     bar->setClosable(false);
     QVERIFY(!bar->windowFlags().testFlag(Qt::WindowCloseButtonHint));
     QVERIFY(bar->isVisible());
@@ -273,33 +256,25 @@ void tst_KToolBar::closingFloatingBarHidesCommand()
 void tst_KToolBar::floatingBarFollowsItsWindow()
 {
     KMainWindow window;
-    KListCommand* list = makeList(window, {"a"});
-    auto* bar = new KToolBar(list, &window);
-    window.addToolBar(bar);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    KToolBar* bar = addBar(window, {"a"});
+    QVERIFY(showAndWait(window));
     bar->setFloating(true);
-    QVERIFY(bar->windowHandle());
-    QVERIFY(bar->windowHandle()->isVisible());
+    QVERIFY(bar->windowHandle() && bar->windowHandle()->isVisible());
 
     window.hide();
     QVERIFY(!bar->windowHandle()->isVisible());
     QVERIFY(bar->isVisible()); // Qt's state says shown all along
     QVERIFY(bar->isFloatingHidden());
-    QVERIFY(list->isVisible());
-
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(bar->command()->isVisible());
+    QVERIFY(showAndWait(window));
     QVERIFY(!bar->isFloatingHidden());
     QVERIFY(bar->windowHandle()->isVisible());
-    QVERIFY(bar->isVisible());
 
     // Hiding the waiting bar on purpose is honoured when the window comes back.
     window.hide();
     bar->setVisible(false);
     QVERIFY(!bar->isFloatingHidden());
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(showAndWait(window));
     QVERIFY(!bar->isVisible());
 
     // Shown while the window is hidden, it waits for the window.
@@ -307,43 +282,31 @@ void tst_KToolBar::floatingBarFollowsItsWindow()
     bar->setVisible(true);
     QVERIFY(bar->isFloatingHidden());
     QVERIFY(!bar->windowHandle()->isVisible());
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(showAndWait(window));
     QVERIFY(bar->windowHandle()->isVisible());
 }
 
 void tst_KToolBar::tabDoesNothing()
 {
     KMainWindow window;
-    KListCommand* list = makeList(window, {"a"});
-    auto* bar = new KToolBar(list, &window);
-    window.addToolBar(bar);
+    KToolBar* bar = addBar(window, {"a"});
     QCOMPARE(bar->focusPolicy(), Qt::NoFocus);
-
-    for (int key : {int(Qt::Key_Tab), int(Qt::Key_Backtab)}) {
+    // Tab and Backtab are swallowed; other keys take the ordinary way (ignored here).
+    for (int key : {int(Qt::Key_Tab), int(Qt::Key_Backtab), int(Qt::Key_A)}) {
         QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-        QVERIFY(QCoreApplication::sendEvent(bar, &press));
-        QVERIFY(press.isAccepted());
+        QCoreApplication::sendEvent(bar, &press);
+        QCOMPARE(press.isAccepted(), key != Qt::Key_A);
     }
-    // Other keys take the ordinary way (an unhandled key is ignored).
-    QKeyEvent other(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"));
-    QCoreApplication::sendEvent(bar, &other);
-    QVERIFY(!other.isAccepted());
 }
 
 void tst_KToolBar::orientationIsBroadcast()
 {
     KMainWindow window;
-    auto* bar = new KToolBar(makeList(window, {}), &window);
-    window.addToolBar(bar);
+    KToolBar* bar = addBar(window, {});
     auto* probe = new DirectionProbe;
     bar->addWidget(probe);
-    QCOMPARE(probe->parentWidget(), bar);
-
     bar->setOrientation(Qt::Vertical);
-    QCOMPARE(probe->directions, QList<bool>({true}));
     bar->setOrientation(Qt::Horizontal);
-    QCOMPARE(probe->directions, QList<bool>({true, false}));
     // A bar moved to a side area turns vertical.
     window.addToolBar(Qt::LeftToolBarArea, bar);
     QCOMPARE(probe->directions, QList<bool>({true, false, true}));
@@ -352,35 +315,31 @@ void tst_KToolBar::orientationIsBroadcast()
 void tst_KToolBar::sizesAndClone()
 {
     KMainWindow window;
-    KListCommand* list = makeList(window, {"a", "|", "b"});
+    KToolBar* bar = addBar(window, {"a", "|", "b"});
+    KCommand* list = bar->command();
     list->setProperty("name", QStringLiteral("Standard"));
-    auto* bar = new KToolBar(list, &window);
-    window.addToolBar(bar);
     bar->ensureConnectCommand();
 
-    const QMargins m = bar->getMargins();
-    const QSize extra(m.left() + m.right(), m.top() + m.bottom());
-    QCOMPARE(bar->minSize(), QSize(40, 20) + extra);
+    auto margins = [bar] {
+        const QMargins m = bar->getMargins();
+        return QSize(m.left() + m.right(), m.top() + m.bottom());
+    };
+    QCOMPARE(bar->minSize(), QSize(40, 20) + margins());
     QVERIFY(bar->minimumSizeHint().width() >= bar->minSize().width());
-    QVERIFY(bar->sizeHint().height() >= bar->minSize().height());
     bar->setOrientation(Qt::Vertical);
-    QCOMPARE(bar->minSize(), QSize(20, 40) + QSize(bar->getMargins().left() + bar->getMargins().right(),
-                                                  bar->getMargins().top() + bar->getMargins().bottom()));
+    QCOMPARE(bar->minSize(), QSize(20, 40) + margins());
     bar->setOrientation(Qt::Horizontal);
 
     KMainWindow other;
-    KToolBar* copy = bar->clone(&other);
-    QVERIFY(copy);
-    QVERIFY(copy->command() != list);
-    QVERIFY(copy->props());
-    QVERIFY(copy->props()->getCustom());
+    QScopedPointer<KToolBar> copy(bar->clone(&other));
+    QVERIFY(copy && copy->command() != list);
+    QVERIFY(copy->props() && copy->props()->getCustom());
     QCOMPARE(copy->props()->getName(), QString("Standard"));
     QCOMPARE(copy->command()->count(), 3);
     QVERIFY(KSeparatorCommand::isSeparator(copy->command()->subCommand(1)));
     // The items are copies made for the other window, not the originals.
     QVERIFY(copy->command()->subCommand(0) != list->subCommand(0));
     QCOMPARE(copy->command()->subCommand(0)->host(), &other);
-    delete copy;
 }
 
 void tst_KToolBar::dockShowsExtendedWidget()
@@ -391,25 +350,19 @@ void tst_KToolBar::dockShowsExtendedWidget()
     panel->setText(QStringLiteral("Outline"));
     window.addDockWidget(Qt::LeftDockWidgetArea, panel);
     auto* dock = qobject_cast<KDockWidget*>(window.findDockWidget(QStringLiteral("Panel")));
-    QVERIFY(dock);
-    QVERIFY(dock->widget());
+    QVERIFY(dock && dock->widget());
     QCOMPARE(dock->widget()->objectName(), QString("extended"));
     QCOMPARE(dock->windowTitle(), QString("Outline"));
     QCOMPARE(window.dockWidgetArea(dock), Qt::LeftDockWidgetArea);
-
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(showAndWait(window));
     QVERIFY(dock->isVisible());
 
     // A floating dock follows its window like a floating bar.
     dock->setFloating(true);
-    QVERIFY(dock->isVisible());
     window.hide();
     QVERIFY(dock->isFloatingHidden());
-    QVERIFY(dock->isVisible());
     QVERIFY(!dock->windowHandle()->isVisible());
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(showAndWait(window));
     QVERIFY(!dock->isFloatingHidden());
     QVERIFY(dock->windowHandle()->isVisible());
 
