@@ -6,7 +6,10 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTimer>
+#include <QToolBar>
 #include <kapptheme.h>
+#include <kcommand.h>
+#include <kcommandwrapaction.h>
 #include <kdomdocument.h>
 
 KWarningCatcher* KWarningCatcher::s_current = nullptr;
@@ -100,6 +103,31 @@ void KTestSupport::runLoopFor(int ms)
     QEventLoop loop;
     QTimer::singleShot(ms, &loop, &QEventLoop::quit);
     loop.exec();
+}
+
+QStringList KTestSupport::texts(KCommand* list)
+{
+    QStringList out;
+    for (int i = 0; i < list->count(); ++i)
+        out << list->subCommand(i)->text();
+    return out;
+}
+
+QStringList KTestSupport::actionIds(QToolBar* bar)
+{
+    QStringList ids;
+    for (QAction* a : bar->actions()) {
+        auto* wrap = qobject_cast<KCommandWrapAction*>(a);
+        ids << (wrap && wrap->command() ? wrap->command()->property("id").toString() : QStringLiteral("?"));
+    }
+    return ids;
+}
+
+QIcon KTestSupport::redIcon()
+{
+    QPixmap p(16, 16);
+    p.fill(Qt::red);
+    return QIcon(p);
 }
 
 QImage KTestSupport::paint(const QSize& size, const std::function<void(QPainter&)>& paint)

@@ -10,6 +10,9 @@
 #include <functional>
 #include <kapplication.h>
 
+class KCommand;
+class QToolBar;
+
 /**
  * Collects the warnings issued while it lives. The application's own message handler drops
  * them, so tests that check warning texts create one of these around the code under test.
@@ -60,6 +63,14 @@ bool loadTheme(const QString& path);
 bool runLoopUntil(const std::function<bool()>& pred, int timeoutMs = 5000);
 // Runs a real event loop for ms milliseconds: the way to show that nothing happens.
 void runLoopFor(int ms);
+
+// The texts of a list command's items, in order.
+QStringList texts(KCommand* list);
+// The ids of the commands behind a tool bar's actions ("" for a separator, "?" for an action
+// that wraps no command).
+QStringList actionIds(QToolBar* bar);
+// A 16 x 16 icon filled red.
+QIcon redIcon();
 
 // An image of size filled white, after paint drew on it.
 QImage paint(const QSize& size, const std::function<void(QPainter&)>& paint);
