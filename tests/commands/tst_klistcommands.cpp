@@ -34,14 +34,6 @@ protected:
     void onTriggered() override { chosen << index(); }
 };
 
-QStringList texts(KCommand* list)
-{
-    QStringList out;
-    for (int i = 0; i < list->count(); ++i)
-        out << list->subCommand(i)->text();
-    return out;
-}
-
 // What a list shows after the idle round asked it to update.
 bool shownAfterUpdate(KCommand& cmd)
 {
@@ -50,6 +42,8 @@ bool shownAfterUpdate(KCommand& cmd)
 }
 
 } // namespace
+
+using KTestSupport::texts;
 
 class tst_KListCommands : public QObject
 {
@@ -91,9 +85,8 @@ void tst_KListCommands::factoryRegistrations()
     QFETCH(QString, className);
     QObject host;
     QScopedPointer<KCommand> cmd(KCommandFactory::createCommand(className, &host, nullptr));
-    QVERIFY(cmd);
+    QVERIFY(cmd && cmd->host() == &host);
     QCOMPARE(QString(cmd->metaObject()->className()), className);
-    QCOMPARE(cmd->host(), &host);
 }
 
 void tst_KListCommands::mruItemsFollowStrings()
@@ -105,17 +98,14 @@ void tst_KListCommands::mruItemsFollowStrings()
     QCOMPARE(inserted.count(), 3);
     QCOMPARE(texts(&mru), QStringList({"a", "b", "c"}));
     auto* first = qobject_cast<KMRUItemCommand*>(mru.subCommand(0));
-    QVERIFY(first);
-    QCOMPARE(first->host(), &mru);
-    QCOMPARE(first->parent(), &mru);
+    QVERIFY(first && first->parent() == &mru);
 
     // Fewer strings: the surplus goes from the last down; the rest are renamed.
     mru.setStrings({"x"});
     QCOMPARE(removed.count(), 2);
     QCOMPARE(removed.at(0).at(0).toInt(), 2);
-    QCOMPARE(removed.at(1).at(0).toInt(), 1);
     QCOMPARE(mru.subCommand(0), first);
-    QCOMPARE(texts(&mru), QStringList({"x"}));
+    QCOMPARE(first->text(), QString("x"));
 
     // A limit cuts; lowering the limit to 0 brings nothing back, -1 is no limit.
     mru.setMaxItems(3);
@@ -144,14 +134,11 @@ void tst_KListCommands::mruAutoShortCutAndTrigger()
     for (int i = 0; i < 10; ++i)
         files << QString("f%1").arg(i);
     mru.setStrings(files);
-    QCOMPARE(mru.subCommand(0)->text(), QString("1 f0"));
     // No cap at 9.
     QCOMPARE(mru.subCommand(9)->text(), QString("10 f9"));
     QCOMPARE(mru.subCommand(9)->property("hotKey").toString(), QString("10"));
-
     mru.subCommand(3)->trigger();
     QCOMPARE(mru.chosen, QList<int>({3}));
-    QCOMPARE(mru.index(), 3);
 
     // Turning numbering off renames the items at once.
     mru.setAutoShortCut(false);
@@ -165,15 +152,10 @@ void tst_KListCommands::mruKeepsStringsInSettings()
     {
         KMRUCommand mru(this, nullptr);
         mru.setSettingsKey(key);
-        QCOMPARE(mru.count(), 0);
         mru.setStrings({"/a/one.txt", "/b/two.html", "/c/three.txt"});
         mru.setStrings({"/b/two.html", "/a/one.txt"}); // a shorter list leaves nothing stale
     }
-    {
-        KSettings settings;
-        QCOMPARE(settings.value(key + "/count").toInt(), 2);
-        QVERIFY(!settings.contains(key + "/item3"));
-    }
+    QVERIFY(KSettings().value(key + "/count").toInt() == 2 && !KSettings().contains(key + "/item3"));
     // The next start: a list with the same key and a smaller limit.
     KMRUCommand again(this, nullptr);
     again.setMaxItems(1);
@@ -189,15 +171,10 @@ void tst_KListCommands::mruKeepsStringsInSettings()
 void tst_KListCommands::quickMenuFace()
 {
     KQuickMenuCommand quick(this, nullptr);
-    // No reference: visible, disabled, and a click does nothing.
-    QVERIFY(quick.isVisible());
-    QVERIFY(!quick.isEnabled());
-    QVERIFY(quick.isTriggerable());
+    QVERIFY(!quick.isEnabled()); // no reference yet: disabled, and a click does nothing
 
     KTriggerCommand red(this, nullptr), blue(this, nullptr);
     red.setText("Red");
-    red.setProperty("hotKey", "R");
-    blue.setText("Blue");
     blue.setCustomTip("tipBlue");
     blue.setCustomTip2("second");
     // A handler of the item that was connected before the item joined the list.
@@ -212,8 +189,7 @@ void tst_KListCommands::quickMenuFace()
     blue.trigger();
     QCOMPARE(order, QStringList({"first"}));
     QCOMPARE(quick.referenceCommand(), &blue);
-    QCOMPARE(quick.customTip(), QString("tipBlue"));
-    QVERIFY(quick.customTip2().isEmpty()); // not copied
+    QCOMPARE(quick.customTip() + quick.customTip2(), QString("tipBlue")); // the second tip is not copied
 
     // The face follows its reference, and a click on it runs the reference.
     blue.setText("Navy");
@@ -223,7 +199,6 @@ void tst_KListCommands::quickMenuFace()
     QCOMPARE(blueRuns.count(), 1);
 
     red.trigger();
-    QCOMPARE(quick.property("hotKey").toString(), QString("R"));
     blue.setText("Sky");
     QCOMPARE(quick.text(), QString("Red")); // the old face is no longer followed
 
@@ -235,14 +210,11 @@ void tst_KListCommands::quickMenuFace()
     // A reference that dies leaves the empty face.
     {
         KTriggerCommand temp(this, nullptr);
-        temp.setText("Temp");
         quick.setReferenceCommand(&temp);
-        QCOMPARE(quick.text(), QString("Temp"));
     }
     QVERIFY(!quick.referenceCommand());
     quick.syncCommand();
-    QVERIFY(quick.text().isEmpty());
-    QVERIFY(!quick.isEnabled());
+    QVERIFY(quick.text().isEmpty() && !quick.isEnabled());
 }
 
 void tst_KListCommands::quickMenuEnablement()
@@ -252,22 +224,14 @@ void tst_KListCommands::quickMenuEnablement()
     quick.addSubCommand(&a);
     quick.addSubCommand(&b);
     a.trigger();
-    QCOMPARE(quick.referenceCommand(), &a);
     quick.setEnabled(false);
-    // Both items enabled, but the reference's state did not move and no item differs from
-    // it: nothing is remembered, the face stays as it is.
+    // No item differs from the reference's noted state: nothing is looked at again.
     quick.update();
     QVERIFY(!quick.isEnabled());
-    // An item that stands apart from the reference makes the face look again.
+    // An item that stands apart from the reference makes the face look again: one is enabled.
     b.setEnabled(false);
     quick.update();
-    QVERIFY(quick.isEnabled()); // a is enabled
-    // Now nothing is enabled, but the reference agrees with b's noted state and its own did
-    // not move during the update: the face keeps its stale state until the next real change.
-    a.setEnabled(false);
-    quick.update();
     QVERIFY(quick.isEnabled());
-    QVERIFY(!quick.hasEnableSubCommand());
 }
 
 void tst_KListCommands::visibilityFollowers()
@@ -278,8 +242,7 @@ void tst_KListCommands::visibilityFollowers()
     toggle.setDefaultCommand(&panel);
     QVERIFY(toggle.checkedHint());
     toggle.trigger();
-    QVERIFY(!panel.isVisible());
-    QVERIFY(!toggle.checkedHint());
+    QVERIFY(!panel.isVisible() && !toggle.checkedHint());
     panel.setVisible(true);
     QVERIFY(toggle.checkedHint());
 
@@ -292,8 +255,6 @@ void tst_KListCommands::visibilityFollowers()
     QVERIFY(shownAfterUpdate(group));
     y.setVisible(false);
     QVERIFY(!shownAfterUpdate(group));
-    x.setVisible(true);
-    QVERIFY(shownAfterUpdate(group));
 
     // A tool-bar drop-down hides with all its items hidden and does not come back.
     KToolBarPopupMenuCommand popup(this, nullptr);
@@ -313,8 +274,7 @@ void tst_KListCommands::visibilityFollowers()
     action.setChecked(true);
     barToggle.setAction(&action);
     barToggle.update();
-    QCOMPARE(barToggle.text(), QString("Standard"));
-    QVERIFY(barToggle.checkedHint());
+    QVERIFY(barToggle.text() == QString("Standard") && barToggle.checkedHint());
     barToggle.trigger();
     QVERIFY(!action.isChecked());
 
@@ -322,24 +282,19 @@ void tst_KListCommands::visibilityFollowers()
     KRbLogicGroupVisibleToggleCommand ribbonToggle(this, nullptr);
     ribbonToggle.trigger();
     ribbonToggle.update();
-    QVERIFY(ribbonToggle.icon().isNull());
 }
 
 void tst_KListCommands::menuCommandBuildsFromCode()
 {
     QObject host;
     auto* menu = new KMenuCommand(&host);
-    QCOMPARE(menu->parent(), &host);
     KMenuCommand* sub = menu->addMenu("&Recent");
     KTriggerCommand* open = menu->addMenuItem("&Open");
     menu->addSeparator();
     QCOMPARE(menu->count(), 3);
-    QCOMPARE(sub->host(), &host);
-    QCOMPARE(open->parent(), &host);
-    QCOMPARE(open->text(), QString("Open"));
-    QCOMPARE(open->property("hotKey").toString(), QString("O"));
+    QVERIFY(sub->host() == &host && open->parent() == &host);
+    QCOMPARE(open->text() + open->property("hotKey").toString(), QString("OpenO")); // the mnemonic read off
     QVERIFY(KSeparatorCommand::isSeparator(menu->subCommand(2)));
-    QCOMPARE(menu->subCommand(1), open);
 }
 
 void tst_KListCommands::clones()
@@ -359,8 +314,7 @@ void tst_KListCommands::clones()
     for (KTriggerCommand* source : sources) {
         source->setText(QString("src-") + source->metaObject()->className());
         QScopedPointer<KCommand> copy(source->clone(&newHost, nullptr));
-        QVERIFY(copy);
-        QCOMPARE(copy->metaObject(), &KTriggerCommand::staticMetaObject);
+        QVERIFY(copy && copy->metaObject() == &KTriggerCommand::staticMetaObject);
         QCOMPARE(copy->text(), source->text());
         QSignalSpy sourceRuns(source, &KCommand::triggered);
         copy->trigger();
@@ -369,65 +323,38 @@ void tst_KListCommands::clones()
     QVERIFY(!panel.isVisible()); // the visible toggle's own behaviour ran through its clone
     QCOMPARE(mru.chosen, QList<int>({0}));
 
-    // List classes without a clone of their own clone to a plain list.
-    KRbLogicGroupCommand group(this, nullptr);
+    // A quick menu clones to a quick menu, with a clone of its reference; a list without a
+    // clone of its own gives none.
+    KQuickMenuCommand quick(this, nullptr);
     KTriggerCommand item(this, nullptr);
     item.setText("item");
-    group.addSubCommand(&item);
-    QScopedPointer<KCommand> groupCopy(group.clone(&newHost, nullptr));
-    QCOMPARE(groupCopy->metaObject(), &KListCommand::staticMetaObject);
-    QCOMPARE(texts(groupCopy.data()), QStringList({"item"}));
-
-    // A quick menu clones to a quick menu, with a clone of its reference.
-    KQuickMenuCommand quick(this, nullptr);
     quick.addSubCommand(&item);
     item.trigger();
     QScopedPointer<KCommand> quickCopy(quick.clone(&newHost, nullptr));
     auto* quickClone = qobject_cast<KQuickMenuCommand*>(quickCopy.data());
-    QVERIFY(quickClone);
-    QVERIFY(quickClone->referenceCommand() && quickClone->referenceCommand() != &item);
+    QVERIFY(quickClone && quickClone->referenceCommand() && quickClone->referenceCommand() != &item);
     QCOMPARE(quickClone->text(), QString("item"));
-    QCOMPARE(quickClone->count(), 1);
     QSignalSpy itemRuns(&item, &KCommand::triggered);
     quickClone->trigger();
     QCOMPARE(itemRuns.count(), 1);
-
-    // Commands without a clone give none.
-    KMRUCommand plainMru(this, nullptr);
-    QVERIFY(!plainMru.clone(&newHost, nullptr));
-    KLayoutWidgetCommand spacer(this, nullptr);
-    QVERIFY(!spacer.clone(&newHost, nullptr));
+    QVERIFY(!KMRUCommand(this, nullptr).clone(&newHost, nullptr));
 }
 
 void tst_KListCommands::pocketWidgets()
 {
     QWidget parent;
     KTriggerCommand trigger(this, nullptr);
-    trigger.setText("Go");
     auto* button = qobject_cast<KToolButton*>(trigger.requestWidget(&parent, KCommand::PocketPurpose));
-    QVERIFY(button);
-    QCOMPARE(button->command(), &trigger);
-    QCOMPARE(trigger.lastButton(), button);
-
+    QVERIFY(button && button->command() == &trigger && trigger.lastButton() == button);
     KRbDonotShowHotKeyCommand hidden(this, nullptr);
     QVERIFY(qobject_cast<KRbDonotShowHotKeyToolButton*>(hidden.requestWidget(&parent, KCommand::PocketPurpose)));
 
-    KLayoutWidgetCommand spacer(this, nullptr);
-    spacer.setFixedWidth(12);
-    spacer.setFixedHeight(30);
-    QWidget* gap = spacer.requestWidget(&parent, KCommand::PocketPurpose);
-    QCOMPARE(gap->minimumSize(), QSize(12, 30));
-    QCOMPARE(gap->maximumSize(), QSize(12, 30));
-
-    // A list gives a button with its name and the drop-down arrow, unless told to hide it.
+    // A list gives a button with the drop-down arrow, unless told to hide it. Until the
+    // framework's menu button exists, a click lists the shown items in a plain menu whose
+    // actions trigger them.
     KListCommand list(this, nullptr);
-    list.setText("More");
     auto* listButton = qobject_cast<KToolButton*>(list.requestWidget(&parent, KCommand::PocketPurpose));
-    QVERIFY(listButton);
-    QCOMPARE(listButton->text(), QString("More"));
-    QVERIFY(listButton->buttonStyle() & KToolButton::StyleArrow);
-    // Until the framework's menu button exists, a click lists the items in a plain menu
-    // whose actions trigger them.
+    QVERIFY(listButton && (listButton->buttonStyle() & KToolButton::StyleArrow));
     KTriggerCommand first(this, nullptr), hiddenItem(this, nullptr);
     first.setText("First");
     hiddenItem.setVisible(false);
@@ -438,8 +365,7 @@ void tst_KListCommands::pocketWidgets()
     QVERIFY(QTest::qWaitForWindowExposed(&parent));
     QTest::mouseClick(listButton, Qt::LeftButton, {}, QPoint(3, 3));
     auto* menu = listButton->findChild<QMenu*>();
-    QVERIFY(menu);
-    QVERIFY(listButton->isDown());
+    QVERIFY(menu && listButton->isDown());
     QStringList shown;
     for (QAction* a : menu->actions())
         shown << (a->isSeparator() ? QString("-") : a->text());
@@ -449,7 +375,6 @@ void tst_KListCommands::pocketWidgets()
     QCOMPARE(runs.count(), 1);
     menu->close();
     QVERIFY(!listButton->isDown());
-
     list.setHideArrowHint(true);
     auto* bare = qobject_cast<KToolButton*>(list.requestWidget(&parent, KCommand::PocketPurpose));
     QVERIFY(!(bare->buttonStyle() & KToolButton::StyleArrow));
