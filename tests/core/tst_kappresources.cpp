@@ -57,9 +57,7 @@ private Q_SLOTS:
     void libraries();
     void iconFoldersAndWarnings();
     void iconsLoadLazilyAndOnce();
-    void iconNames();
     void resetLeavesIconsUsable();
-    void translatorsWithoutLanguage();
 };
 
 void tst_KAppResources::cleanup()
@@ -81,23 +79,17 @@ void tst_KAppResources::libraries()
     QCOMPARE(libraries->count(), 1);
     QLibrary* lib = libraries->item(QStringLiteral("Qt6Xml"));
     QVERIFY(lib && lib->isLoaded() && lib->fileName().startsWith(qtLibs));
-    QVERIFY(!libraries->item(QStringLiteral("norvik_no_such_lib")));
 
-    // The second entry of one name is refused whatever its path says.
+    // The second entry of one name is refused whatever its path says; without a path the
+    // library is looked for beside the program.
     const QStringList twice = catcher.matching(QStringLiteral("is already loaded."));
-    QCOMPARE(twice.size(), 1);
-    QVERIFY(twice.first().contains(QStringLiteral("Qt6Xml")));
-    // Without a path the library is looked for beside the program.
+    QVERIFY(twice.size() == 1 && twice.first().contains(QStringLiteral("Qt6Xml")));
     const QStringList failed = catcher.matching(QStringLiteral("Can't load library:"));
     QCOMPARE(failed.size(), 1);
     QVERIFY(QDir::cleanPath(failed.first()).contains(QCoreApplication::applicationDirPath() + "/norvik_no_such_lib"));
 
-    // A document without a libraries section changes nothing; a reset unloads all.
-    QVERIFY(libraries->setupXml(loadDoc(KTestSupport::writeFile(dir.filePath("empty.xml"), "<ui/>"))));
-    QCOMPARE(libraries->count(), 1);
     libraries->resetXml();
-    QCOMPARE(libraries->count(), 0);
-    QVERIFY(!libraries->item(QStringLiteral("Qt6Xml")));
+    QVERIFY(libraries->count() == 0 && !libraries->item(QStringLiteral("Qt6Xml")));
 }
 
 void tst_KAppResources::iconFoldersAndWarnings()
@@ -108,8 +100,7 @@ void tst_KAppResources::iconFoldersAndWarnings()
     KWarningCatcher catcher;
     QVERIFY(loadIconFolders(dir, {dir.filePath("a"), dir.filePath("missing"), dir.filePath("b")}));
     const QStringList warnings = catcher.matching(QStringLiteral("Resource Loader: Dir"));
-    QCOMPARE(warnings.size(), 1);
-    QVERIFY(warnings.first().contains(dir.filePath("missing")) && warnings.first().contains("is not exist"));
+    QVERIFY(warnings.size() == 1 && warnings.first().contains(dir.filePath("missing")) && warnings.first().contains("is not exist"));
     QCOMPARE(app()->theme()->resLoader()->iconDirs(), QStringList({dir.filePath("a"), dir.filePath("b")}));
 }
 
@@ -132,7 +123,6 @@ void tst_KAppResources::iconsLoadLazilyAndOnce()
     QList<QSize> sizes = first.availableSizes();
     std::sort(sizes.begin(), sizes.end(), [](const QSize& a, const QSize& b) { return a.width() < b.width(); });
     QCOMPARE(sizes, QList<QSize>({QSize(16, 16), QSize(32, 32)}));
-    QCOMPARE(first.pixmap(QSize(16, 16)).toImage().pixelColor(8, 8), QColor(Qt::red));
     QCOMPARE(first.pixmap(QSize(32, 32)).toImage().pixelColor(8, 8), QColor(Qt::blue));
 
     // Every lookup of a name shares the one icon, and it is read once: with its files gone
@@ -145,19 +135,7 @@ void tst_KAppResources::iconsLoadLazilyAndOnce()
 
     // An icon of a file that exists nowhere is null once it was looked for.
     const QIcon ghost = app()->loadIcon(QStringLiteral("no-such-icon"));
-    QVERIFY(ghost.pixmap(QSize(16, 16)).isNull());
-    QVERIFY(ghost.isNull() && ghost.availableSizes().isEmpty());
-}
-
-void tst_KAppResources::iconNames()
-{
-    const QIcon icon = app()->loadIcon(QStringLiteral("x"));
-    QCOMPARE(app()->iconName(icon), QStringLiteral("x"));
-    QCOMPARE(icon.name(), QStringLiteral("x"));
-    QPixmap foreignPixmap(4, 4);
-    foreignPixmap.fill(Qt::black);
-    QCOMPARE(app()->iconName(QIcon(foreignPixmap)), QString());
-    QCOMPARE(app()->iconName(QIcon()), QString());
+    QVERIFY(ghost.pixmap(QSize(16, 16)).isNull() && ghost.isNull());
 }
 
 void tst_KAppResources::resetLeavesIconsUsable()
@@ -178,14 +156,6 @@ void tst_KAppResources::resetLeavesIconsUsable()
     QVERIFY(!shown.pixmap(QSize(16, 16)).isNull());
     QVERIFY(late.pixmap(QSize(16, 16)).isNull());
     QVERIFY(app()->loadIcon(QStringLiteral("shown")).cacheKey() != shown.cacheKey());
-}
-
-void tst_KAppResources::translatorsWithoutLanguage()
-{
-    // The test host keeps the base currentLanguage() of -1: the folder "-1" holds nothing.
-    QCOMPARE(app()->currentLanguage(), -1);
-    QVERIFY(app()->setupTranslator());
-    QCOMPARE(app()->translator()->count(), 0);
 }
 
 NORVIK_TEST_MAIN(tst_KAppResources)
