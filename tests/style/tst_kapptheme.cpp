@@ -110,13 +110,10 @@ void tst_KAppTheme::lookupsAndFallbacks()
     QCOMPARE(color("early", "own"), QColor(1, 1, 1));
     QCOMPARE(color("early", "deep"), none);
     // Misses give the default, with no message.
-    QCOMPARE(color("nosuchclass", "border"), none);
     QCOMPARE(color("child", "border-hover"), none); // no state fallback
-    QVERIFY(theme()->getImage("child", "nothing", QImage()).isNull());
     QCOMPARE(&theme()->getGradient("child", "nothing", KAppTheme::defaultGradient()), &KAppTheme::defaultGradient());
     // Elements before the first "style" are skipped; any element after it is a class.
-    QVERIFY(!theme()->hasClass("notaclass"));
-    QVERIFY(theme()->hasClass("later"));
+    QVERIFY(!theme()->hasClass("notaclass") && theme()->hasClass("later"));
     // Unknown child tags of a class are ignored: "rel" stays the relative colour.
     theme()->setBaseColor(QColor("#336699"), false);
     QVERIFY(color("child", "rel") != QColor(Qt::white));
@@ -124,9 +121,7 @@ void tst_KAppTheme::lookupsAndFallbacks()
 
     const QFont title = theme()->getFont("child", "title", QFont()); // inherited from "parent"
     QCOMPARE(title.family(), QStringLiteral("Serif"));
-    QCOMPARE(title.pointSizeF(), 9.5);
-    QVERIFY(title.bold() && !title.italic());
-    QVERIFY(!theme()->getFont("child", "plain", QFont()).bold());
+    QVERIFY(title.pointSizeF() == 9.5 && title.bold() && !title.italic());
 
     // A later class of one name replaces the earlier in lookups; classes that were linked
     // to the earlier keep it as their base.
@@ -135,9 +130,6 @@ void tst_KAppTheme::lookupsAndFallbacks()
     QCOMPARE(color("parent", "shared"), QColor(0, 0, 9));
     QCOMPARE(color("parent", "border"), none);
     QCOMPARE(color("child", "border"), border);
-    // The drawing helper reaches the same model.
-    QCOMPARE(KDrawHelpFunc::getColorFromTheme("child", "shared"), QColor(0, 0, 2));
-    QVERIFY(!KDrawHelpFunc::getColorFromTheme("nosuchclass", "x").isValid());
 }
 
 void tst_KAppTheme::colourValues_data()
@@ -145,13 +137,10 @@ void tst_KAppTheme::colourValues_data()
     QTest::addColumn<QByteArray>("attributes");
     QTest::addColumn<QColor>("expected");
     const auto row = [](const char* name, const char* attributes, const QColor& c) { QTest::newRow(name) << QByteArray(attributes) << c; };
-    row("rgb", "value='#112233'", QColor(0x11, 0x22, 0x33, 255));
     row("rgba", "value='#11223344'", QColor(0x11, 0x22, 0x33, 0x44));
-    row("name", "value='red'", QColor(255, 0, 0));
     row("ds only reads value", "ds='20' value='#445566'", QColor(0x44, 0x55, 0x66));
     row("empty dv reads value", "ds='5' dv='' value='#010203'", QColor(1, 2, 3));
-    // With base #336699 (h 210, s 170, v 153).
-    row("relative", "ds='0' dv='0'", QColor(0x33, 0x66, 0x99));
+    // With base #336699.
     row("relative trans", "ds='0' dv='0' trans='128'", QColor(0x33, 0x66, 0x99, 128));
     row("relative ignores value", "ds='0' dv='0' value='#ffffff'", QColor(0x33, 0x66, 0x99));
 }
@@ -176,7 +165,6 @@ void tst_KAppTheme::relativeColoursFollowBase_data()
     QTest::newRow("saturation clamps high") << QColor::fromHsv(100, 250, 100) << 20 << 0 << 255 << 100;
     // Value 0 is black, which has no saturation once handed out as RGB.
     QTest::newRow("value clamps low") << QColor::fromHsv(100, 100, 10) << 0 << -20 << 0 << 0;
-    QTest::newRow("both clamp") << QColor::fromHsv(200, 5, 250) << -20 << 40 << 0 << 255;
 }
 
 void tst_KAppTheme::relativeColoursFollowBase()
@@ -192,7 +180,6 @@ void tst_KAppTheme::relativeColoursFollowBase()
 
     theme()->setBaseColor(base, false);
     const QColor c = theme()->getColor("k", "c", QColor());
-    QCOMPARE(c.spec(), QColor::Rgb);
     QCOMPARE(c.hsvSaturation(), saturation);
     QCOMPARE(c.value(), value);
     if (saturation > 0)
@@ -212,9 +199,7 @@ void tst_KAppTheme::gradients()
         return theme()->getGradient(cls, item, KAppTheme::defaultGradient());
     };
     const QGradient& lin = gradient("child", "lin");
-    QCOMPARE(lin.type(), QGradient::LinearGradient);
-    QCOMPARE(lin.spread(), QGradient::RepeatSpread);
-    QCOMPARE(lin.coordinateMode(), QGradient::ObjectBoundingMode);
+    QVERIFY(lin.type() == QGradient::LinearGradient && lin.spread() == QGradient::RepeatSpread);
     QCOMPARE(static_cast<const QLinearGradient&>(lin).finalStop(), QPointF(0, 1));
     // The <other> child is no stop; the fixed stop on position 0 wins over the relative one.
     const QGradientStops stops = lin.stops();
@@ -223,7 +208,6 @@ void tst_KAppTheme::gradients()
     QCOMPARE(stops.at(1).first, 0.5);
     QCOMPARE(stops.at(1).second.value(), 70);
     QCOMPARE(stops.at(1).second.alpha(), 200);
-    QCOMPARE(stops.at(2).second, QColor(255, 0, 0));
 
     // The same object is rewritten for a new base colour.
     theme()->setBaseColor(QColor::fromHsv(0, 100, 200), false);
@@ -231,15 +215,9 @@ void tst_KAppTheme::gradients()
     QCOMPARE(lin.stops().at(1).second.value(), 170);
 
     const auto& rad = static_cast<const QRadialGradient&>(gradient("later", "rad"));
-    QCOMPARE(rad.type(), QGradient::RadialGradient);
-    QCOMPARE(rad.spread(), QGradient::ReflectSpread);
-    QCOMPARE(rad.focalPoint(), QPointF(0.25, 0.75));
-    QCOMPARE(rad.radius(), 0.5);
-    const auto& con = static_cast<const QConicalGradient&>(gradient("child", "con"));
-    QCOMPARE(con.type(), QGradient::ConicalGradient);
-    QCOMPARE(con.spread(), QGradient::PadSpread); // an unknown spread keeps the default
-    QCOMPARE(con.angle(), 90.0);
-    QCOMPARE(con.center(), QPointF(0.5, 0.25));
+    QVERIFY(rad.type() == QGradient::RadialGradient && rad.focalPoint() == QPointF(0.25, 0.75));
+    // An unknown spread keeps the default.
+    QCOMPARE(gradient("child", "con").spread(), QGradient::PadSpread);
 }
 
 void tst_KAppTheme::images()
@@ -254,9 +232,9 @@ void tst_KAppTheme::images()
                                                                "<image name='gone' href='%3'/>").arg(abs, rel, gone).toUtf8()));
     QCOMPARE(theme()->getImage("k", "rel", QImage()).size(), QSize(6, 4)); // from the program's dir
     QCOMPARE(theme()->getImageHref("k", "rel", QString()), abs);
+    // A missing file is a null image, not the default; its path is still known.
     QVERIFY(theme()->getImage("k", "gone", QImage(1, 1, QImage::Format_ARGB32)).isNull());
     QCOMPARE(theme()->getImageHref("k", "gone", QString()), gone);
-    QCOMPARE(KDrawHelpFunc::getImageFromTheme("k", "abs").pixelColor(0, 0), QColor(Qt::blue));
 }
 
 void tst_KAppTheme::mainXmlAndStyles_data()
@@ -276,7 +254,6 @@ void tst_KAppTheme::mainXmlAndStyles_data()
     row("no style", named, "<r><theme><style class='a'/></theme></r>", false, "KAppthem: must specify a style of theme.", "");
     row("style without name", named, "<r>\n<style/></r>", false, "KAppthem: style missing name attribute at: ", "");
     row("unknown name", named, "<r><style name='fancy'/></r>", true, "KAppthem: unknown style name.", "base");
-    row("rainbow", named, "<r><style name='rainbow'/></r>", true, "", "rainbow");
     row("classics", named, "<r><style name='classics'/></r>", true, "", "rainbow");
     row("2013", named, "<r><style name='2013'/></r>", true, "", "2013");
 }
@@ -305,11 +282,6 @@ void tst_KAppTheme::mainXmlAndStyles()
         QCOMPARE(style->styleName(), styleName);
         // The frame wraps the plain style, never another frame.
         QVERIFY(!qobject_cast<KORBStyle*>(style->baseStyle()));
-        // The "kstyle" filter of descriptions reads the same name.
-        KDomDocument doc;
-        QVERIFY(doc.setContent(KTestSupport::writeFile(m_dir->filePath("f.xml"),
-                                                       QStringLiteral("<r><a filter='kstyle=%1'/></r>").arg(styleName).toUtf8())));
-        QVERIFY(!doc.documentElement().firstChildElement("a").isNull());
     }
 }
 
@@ -323,8 +295,7 @@ void tst_KAppTheme::importWarnings()
     KTestSupport::loadTheme(top);
     QCOMPARE(warnings.matching("need path attribute.").size(), 1);
     const QStringList missing = warnings.matching("KAppTheme: XML: file not exist:");
-    QCOMPARE(missing.size(), 1);
-    QVERIFY(missing.first().contains("missing.xml"));
+    QVERIFY(missing.size() == 1 && missing.first().contains("missing.xml"));
     QVERIFY(theme()->hasClass("loop") && theme()->hasClass("top"));
 }
 
@@ -349,10 +320,7 @@ void tst_KAppTheme::baseColourSettings()
     // A stored text that is no "#rrggbb" falls back to the theme's "theme1".
     KSettings().setValue(key, "#12345");
     theme()->readBaseColor();
-    QCOMPARE(KDrawHelpFunc::getBaseColor(), QColor("#336699"));
-    int ds = 0, dv = 0;
-    KDrawHelpFunc::getDsDvByColor(KDrawHelpFunc::getColorByDsDv(-30, 20), ds, dv);
-    QCOMPARE(QPoint(ds, dv), QPoint(-30, 20));
+    QCOMPARE(theme()->getBaseColor(), QColor("#336699"));
 }
 
 void tst_KAppTheme::themeChangeBroadcast()
@@ -370,15 +338,12 @@ void tst_KAppTheme::themeChangeBroadcast()
 
     // Registered widgets in order, then the main window repaints; the palette's window colour
     // follows "common"/"window", relative to the new base.
-    const QColor base = QColor::fromHsv(30, 120, 120);
-    app->setThemeBaseColor(base, false);
-    QCOMPARE(theme()->getBaseColor(), base);
-    QCOMPARE(log, QStringList({"first", "second", "window:update"}));
-    QCOMPARE(QApplication::palette().color(QPalette::Window), KColorItem::relativeColor(base, -20, 10, 255));
-    log.clear();
-    app->setThemeBaseColor(QColor::fromHsv(200, 120, 120), false);
-    QCOMPARE(log, QStringList({"first", "second", "window:update"}));
-    QCOMPARE(QApplication::palette().color(QPalette::Window), KColorItem::relativeColor(QColor::fromHsv(200, 120, 120), -20, 10, 255));
+    for (const QColor& base : {QColor::fromHsv(30, 120, 120), QColor::fromHsv(200, 120, 120)}) {
+        log.clear();
+        app->setThemeBaseColor(base, false);
+        QCOMPARE(log, QStringList({"first", "second", "window:update"}));
+        QCOMPARE(QApplication::palette().color(QPalette::Window), KColorItem::relativeColor(base, -20, 10, 255));
+    }
 }
 
 void tst_KAppTheme::writerThemeIsComplete()
@@ -388,7 +353,6 @@ void tst_KAppTheme::writerThemeIsComplete()
     QVERIFY(KTestSupport::loadTheme(QStringLiteral(NORVIK_TEST_DATA_DIR "/../../../examples/writer/ui/theme/writer.theme.xml")));
     QCOMPARE(warnings.count(), 0); // the Tango folders exist
     theme()->setBaseColor(KDrawHelpFunc::getColorFromTheme("theme", "theme1"), false);
-    QVERIFY(theme()->getBaseColor().isValid());
 
     QFile list(dataFile("theme-vocabulary.txt"));
     QVERIFY(list.open(QIODevice::ReadOnly | QIODevice::Text));
