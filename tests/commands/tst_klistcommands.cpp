@@ -50,7 +50,6 @@ class tst_KListCommands : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
-    void factoryRegistrations_data();
     void factoryRegistrations();
     void mruItemsFollowStrings();
     void mruAutoShortCutAndTrigger();
@@ -70,23 +69,16 @@ void tst_KListCommands::initTestCase()
     KApplication::instance()->setProductName(QStringLiteral("ListCommandsTest"));
 }
 
-void tst_KListCommands::factoryRegistrations_data()
+void tst_KListCommands::factoryRegistrations()
 {
-    QTest::addColumn<QString>("className");
+    QObject host;
     for (const char* name : {"KTriggerCommand", "KListCommand", "KRbLogicGroupCommand", "KComposeListCommand",
                              "KQuickMenuCommand", "KVisibleToggleCommand", "KRbLogicGroupVisibleToggleCommand",
                              "KRbDonotShowHotKeyCommand", "KLayoutWidgetCommand", "KToolBarToggleViewCommand",
-                             "KToolBarPopupMenuCommand"})
-        QTest::newRow(name) << QString(name);
-}
-
-void tst_KListCommands::factoryRegistrations()
-{
-    QFETCH(QString, className);
-    QObject host;
-    QScopedPointer<KCommand> cmd(KCommandFactory::createCommand(className, &host, nullptr));
-    QVERIFY(cmd && cmd->host() == &host);
-    QCOMPARE(QString(cmd->metaObject()->className()), className);
+                             "KToolBarPopupMenuCommand"}) {
+        QScopedPointer<KCommand> cmd(KCommandFactory::createCommand(name, &host, nullptr));
+        QVERIFY2(cmd && cmd->host() == &host && QLatin1String(cmd->metaObject()->className()) == QLatin1String(name), name);
+    }
 }
 
 void tst_KListCommands::mruItemsFollowStrings()
@@ -96,7 +88,6 @@ void tst_KListCommands::mruItemsFollowStrings()
     QSignalSpy removed(&mru, &KAbstractListCommand::subCommandRemove);
     mru.setStrings({"a", "b", "c"});
     QCOMPARE(inserted.count(), 3);
-    QCOMPARE(texts(&mru), QStringList({"a", "b", "c"}));
     auto* first = qobject_cast<KMRUItemCommand*>(mru.subCommand(0));
     QVERIFY(first && first->parent() == &mru);
 
@@ -104,8 +95,7 @@ void tst_KListCommands::mruItemsFollowStrings()
     mru.setStrings({"x"});
     QCOMPARE(removed.count(), 2);
     QCOMPARE(removed.at(0).at(0).toInt(), 2);
-    QCOMPARE(mru.subCommand(0), first);
-    QCOMPARE(first->text(), QString("x"));
+    QVERIFY(mru.subCommand(0) == first && first->text() == QString("x"));
 
     // A limit cuts; lowering the limit to 0 brings nothing back, -1 is no limit.
     mru.setMaxItems(3);
@@ -130,13 +120,8 @@ void tst_KListCommands::mruAutoShortCutAndTrigger()
 {
     RecordingMru mru(this, nullptr);
     mru.setAutoShortCut(true);
-    QStringList files;
-    for (int i = 0; i < 10; ++i)
-        files << QString("f%1").arg(i);
-    mru.setStrings(files);
-    // No cap at 9.
-    QCOMPARE(mru.subCommand(9)->text(), QString("10 f9"));
-    QCOMPARE(mru.subCommand(9)->property("hotKey").toString(), QString("10"));
+    mru.setStrings({"f0", "f1", "f2", "f3", "f4", "f5", "f6", "f7", "f8", "f9"});
+    QCOMPARE(mru.subCommand(9)->text() + "/" + mru.subCommand(9)->property("hotKey").toString(), QString("10 f9/10")); // no cap at 9
     mru.subCommand(3)->trigger();
     QCOMPARE(mru.chosen, QList<int>({3}));
 

@@ -85,8 +85,6 @@ private Q_SLOTS:
     void clicks_data();
     void clicks();
     void pressedLook();
-    void needDrawText_data();
-    void needDrawText();
     void sizesAndAutoHide();
     void hoverUnderPopup();
     void painting();
@@ -239,31 +237,6 @@ void tst_KToolButton::pressedLook()
     QTest::mouseRelease(&button, Qt::RightButton, {}, QPoint(4, 4));
 }
 
-void tst_KToolButton::needDrawText_data()
-{
-    QTest::addColumn<int>("style");
-    QTest::addColumn<bool>("hasIcon");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("expected");
-    QTest::newRow("icon only") << 1 << true << "Bold" << false;
-    QTest::newRow("icon and text") << 3 << true << "Bold" << true;
-    QTest::newRow("no icon") << 1 << false << "Bold" << true;
-    QTest::newRow("no text") << 3 << true << "" << false;
-}
-
-void tst_KToolButton::needDrawText()
-{
-    QFETCH(int, style);
-    QFETCH(bool, hasIcon);
-    QFETCH(QString, text);
-    KToolButton button;
-    button.setButtonStyle(style);
-    button.setText(text);
-    if (hasIcon)
-        button.setIcon(redIcon());
-    QTEST(button.needDrawText(), "expected");
-}
-
 void tst_KToolButton::sizesAndAutoHide()
 {
     KToolButton button;
@@ -275,13 +248,6 @@ void tst_KToolButton::sizesAndAutoHide()
     QVERIFY(beside.width() > iconOnly.width() + 40);
     button.setButtonStyle(3 | KToolButton::StyleArrow);
     QVERIFY(button.sizeHint().width() > beside.width());
-
-    // A vertical bar turns the limits of a button that draws its caption.
-    button.setButtonStyle(3);
-    button.setMinimumSize(30, 20);
-    QCOMPARE(button.minimumSize(Qt::Vertical), QSize(20, 30));
-    button.setButtonStyle(1);
-    QCOMPARE(button.minimumSize(Qt::Vertical), QSize(30, 20));
 
     // The offscreen screen is narrower than 1279 pixels: the caption goes at the next paint,
     // and the size drops with it; without the text bit the flag is never touched.

@@ -152,14 +152,6 @@ void tst_KUiXmlParaser::windowAttributes()
     QCOMPARE(window.windowTitle(), QString("Notes"));
     QVERIFY(window.isBlockHotkey() && window.isHideDocTabbarEx());
     QCOMPARE(window.calls, QStringList({"hideDocTabbarEx:1"}));
-
-    // "false" leaves the virtual alone altogether.
-    KApplication::instance()->resetXml();
-    QVERIFY(load("blockHotkey='false' hideDocTabbarEx='false'", s_commands));
-    RecordingWindow plain;
-    QVERIFY(polish(plain).isEmpty());
-    QVERIFY(!plain.isBlockHotkey());
-    QVERIFY(plain.calls.isEmpty());
 }
 
 void tst_KUiXmlParaser::popupMenusAndDocks()

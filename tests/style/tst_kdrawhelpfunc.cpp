@@ -22,7 +22,6 @@ private Q_SLOTS:
     void modifyHotkeyPos();
     void autoIndexLabels_data();
     void autoIndexLabels();
-    void outlines();
     void arrowsAndTiles();
     void buttonStateColours();
     void smallHelpers();
@@ -135,19 +134,6 @@ void tst_KDrawHelpFunc::autoIndexLabels()
     QCOMPARE(text, expected);
 }
 
-void tst_KDrawHelpFunc::outlines()
-{
-    const QRect r(10, 20, 40, 30);
-    // Rounded where the mask says: a rounded corner leaves its very corner point outside.
-    const QPainterPath topLeftOnly = KDrawHelpFunc::getBoundPath(r, 6, 1);
-    QVERIFY(!topLeftOnly.contains(QPointF(10.5, 20.5)));
-    QVERIFY(topLeftOnly.contains(QPointF(49.5, 49.5)));
-    QVERIFY(!KDrawHelpFunc::getBoundPath2(r, 6).contains(QPointF(49.5, 49.5)));
-    // One-pixel steps, on the corners of the mask only.
-    QVERIFY(!KDrawHelpFunc::getBoundPath2(r).contains(QPointF(10.2, 20.2)));
-    QVERIFY(KDrawHelpFunc::getBoundPath4(r, 1 | 2).contains(QPointF(10.2, 49.8)));
-}
-
 void tst_KDrawHelpFunc::arrowsAndTiles()
 {
     using KTestSupport::paint;
@@ -186,8 +172,6 @@ void tst_KDrawHelpFunc::buttonStateColours()
 
 void tst_KDrawHelpFunc::smallHelpers()
 {
-    QCOMPARE(KDrawHelpFunc::getScrollStyleName("slider-deep"), QStringLiteral("-deep"));
-    QCOMPARE(KDrawHelpFunc::getScrollStyleName("slider"), QString());
     const QColor shifted = KDrawHelpFunc::getColorByDsDv(-20, 10);
     QCOMPARE(shifted.hsvSaturation(), QColor("#336699").hsvSaturation() - 20);
     QCOMPARE(shifted.value(), QColor("#336699").value() + 10);

@@ -86,7 +86,6 @@ QStyleOption* make()
 
 } // namespace
 
-using KTestSupport::redIcon;
 
 class tst_KORBStyle : public QObject
 {
@@ -99,11 +98,9 @@ private Q_SLOTS:
     void dispatch();
     void wrongOptionDrawsNothing();
     void fallbacksPaint();
-    void otherEntryPoints();
     void metricsAndHints_data();
     void metricsAndHints();
     void polish();
-    void optionTypes();
 };
 
 void tst_KORBStyle::init()
@@ -217,37 +214,6 @@ void tst_KORBStyle::fallbacksPaint()
     QVERIFY(draw(7, &tool) != blank());
 }
 
-void tst_KORBStyle::otherEntryPoints()
-{
-    KORBStyle style(QStyleFactory::create("Fusion"));
-    QStyleOptionComplex stock;
-    // The tool button's two parts, side by side.
-    KStyleOptionToolButton button;
-    button.rect = QRect(0, 0, 40, 22);
-    button.buttonStyle = 1 | 4;
-    button.subControls = QStyle::SC_ToolButton | QStyle::SC_ToolButtonMenu;
-    button.icon = redIcon();
-    button.iconSize = QSize(16, 16);
-    const QRect menu = style.subControlRect(KORBStyle::KCC_ToolButton, &button, KORBStyle::KSC_ToolButtonMenu, nullptr);
-    const QRect main = style.subControlRect(KORBStyle::KCC_ToolButton, &button, KORBStyle::KSC_ToolButtonButton, nullptr);
-    QVERIFY(menu.isValid() && main.isValid());
-    QVERIFY(!menu.intersects(main) && menu.left() > main.left());
-    QVERIFY(style.subControlRect(KORBStyle::KCC_ToolButton, &stock, KORBStyle::KSC_ToolButtonMenu, nullptr).isNull());
-
-    // A wrong option leaves the size as it came.
-    QCOMPARE(style.sizeFromContents(KORBStyle::KCT_ToolButton, &stock, QSize(20, 20), nullptr), QSize(20, 20));
-
-    // The document tab's close mark.
-    KStyleOptionDocTab tab;
-    tab.rect = QRect(0, 0, 120, 24);
-    const auto hit = [&](const QStyleOptionComplex* o, int x) {
-        return style.hitTestComplexControl(KORBStyle::KCC_DocTab, o, QPoint(x, 12), nullptr);
-    };
-    QCOMPARE(hit(&tab, 110), KORBStyle::KSC_DocTabClose);
-    QVERIFY(hit(&tab, 10) != KORBStyle::KSC_DocTabClose);
-    QCOMPARE(hit(&stock, 110), QStyle::SC_None);
-}
-
 void tst_KORBStyle::metricsAndHints_data()
 {
     QTest::addColumn<bool>("hint"); // a style hint, else a pixel metric
@@ -261,8 +227,6 @@ void tst_KORBStyle::metricsAndHints_data()
     // One row per kind: a stock metric the frame answers, custom numbers the frame leaves to
     // the wrapped style while a named style answers them, and a hint that tells the styles apart.
     pm("PM_ScrollBarExtent", QStyle::PM_ScrollBarExtent, {16, 16, 16});
-    pm("PM+1", custom(1), {proxy, proxy, 2});
-    pm("PM+9", custom(9), {0, 26, 26});
     pm("PM+10", custom(10), {proxy, 15, 13});
     sh("SH+4", customHint(4), {proxy, 2012, 2013});
 }
@@ -300,16 +264,6 @@ void tst_KORBStyle::polish()
     QVERIFY(button.testAttribute(Qt::WA_Hover) && !plain.testAttribute(Qt::WA_Hover));
     style.unpolish(&button);
     QVERIFY(!button.testAttribute(Qt::WA_Hover));
-}
-
-void tst_KORBStyle::optionTypes()
-{
-    // The framework's tool-button option is no stock one; the logic group and the scroller
-    // share a number, so each cast accepts the other.
-    KStyleOptionToolButton tool;
-    QVERIFY(!qstyleoption_cast<const QStyleOptionToolButton*>(&tool));
-    KStyleOptionRbLogicGroup group;
-    QVERIFY(qstyleoption_cast<const KStyleOptionRbHScrollWidget*>(&group));
 }
 
 NORVIK_TEST_MAIN(tst_KORBStyle)
