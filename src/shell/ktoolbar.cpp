@@ -46,6 +46,12 @@ void KToolBar::_init(KMainWindow*)
     connect(this, &QToolBar::orientationChanged, this, &KToolBar::toolBarOrientationChanged);
     connect(this, &QToolBar::visibilityChanged, this, &KToolBar::onVisibilityChanged);
     connect(this, &QToolBar::topLevelChanged, this, [this] { _applyCloseHint(); });
+    // The user's show/hide through the bar's toggle action is the command's visibility, as
+    // closing the bar is: otherwise the next change of the command would bring it back.
+    connect(toggleViewAction(), &QAction::triggered, this, [this](bool checked) {
+        if (KCommand* cmd = command())
+            cmd->setVisible(checked);
+    });
     if (KCommand* cmd = command()) {
         connect(cmd, &KCommand::changed, this, &KToolBar::syncCommand);
         syncCommand();

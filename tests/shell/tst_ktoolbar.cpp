@@ -216,6 +216,14 @@ void tst_KToolBar::closingFloatingBarHidesCommand()
     QCOMPARE(window.findToolBar(list), bar);
     list->setVisible(true);
     QVERIFY(bar->isVisible() && bar->isFloating());
+    // Hiding through the toggle action hides the command too, so a later change of the
+    // command does not bring the bar back.
+    bar->toggleViewAction()->trigger();
+    QVERIFY(!list->isVisible());
+    list->setText(QStringLiteral("renamed"));
+    QVERIFY(bar->isHidden());
+    bar->toggleViewAction()->trigger();
+    QVERIFY(list->isVisible() && bar->isVisible());
 
     // The close button goes and comes back with the closable flag.
     bar->setClosable(false);
