@@ -33,9 +33,14 @@ const char* const kSample =
     "New, Open, Save and the editing commands come from ui/writer.xml.\n"
     "Undo, Redo, Cut, Copy and Paste follow the state of this document.\n"
     "\n"
-    "## Panels\n"
+    "## Format\n"
+    "Bold, Italic and Underline follow the text under the cursor; save as .html to keep them.\n"
+    "Recent lists the files you opened or saved, also after a restart.\n"
+    "\n"
+    "## Panels and colours\n"
     "The outline on the left lists the lines that start with #.\n"
-    "The properties on the right count what you type.\n";
+    "The properties on the right count what you type.\n"
+    "The Colour bar tints the whole window, and the choice is kept.\n";
 
 } // namespace
 
