@@ -144,20 +144,25 @@ struct NORVIKOFFICEUI_EXPORT SubCmdParserRef
                            KCommandParserContext* context);
 };
 
+/// A list with a delay file and no content in the description waits until its items are
+/// first asked for: true when it was left to wait. Written content wins over the file.
+inline bool deferToDelayFile(KAbstractListCommand* list, const KDomElement& element,
+                             KCommandParserContext* context)
+{
+    if (list->delayloadPath().isEmpty() || !element.firstChildElement().isNull())
+        return false;
+    list->setSubCommandParser(context->commands());
+    return true;
+}
+
 /// The content of a KListCommand; P reads the elements that name a class.
 template <class P>
 void parseCommandSubElement_KListCommand(KCommand* cmd, const KDomElement& element,
                                          KCommandParserContext* context)
 {
     auto* list = qobject_cast<KListCommand*>(cmd);
-    if (!list)
+    if (!list || deferToDelayFile(list, element, context))
         return;
-    // A list with a delay file and no content here waits until its items are first asked
-    // for. Content written in the description wins over the file.
-    if (!list->delayloadPath().isEmpty() && element.firstChildElement().isNull()) {
-        list->setSubCommandParser(context->commands());
-        return;
-    }
     for (KDomElement child = element.firstChildElement(); !child.isNull();
          child = child.nextSiblingElement()) {
         const QString tag = child.tagName();
@@ -180,12 +185,8 @@ void parseCommandSubElement_KComposeListCommand(KCommand* cmd, const KDomElement
                                                 KCommandParserContext* context)
 {
     auto* list = qobject_cast<KComposeListCommand*>(cmd);
-    if (!list)
+    if (!list || deferToDelayFile(list, element, context))
         return;
-    if (!list->delayloadPath().isEmpty() && element.firstChildElement().isNull()) {
-        list->setSubCommandParser(context->commands());
-        return;
-    }
     for (KDomElement child = element.firstChildElement(); !child.isNull();
          child = child.nextSiblingElement()) {
         const QString tag = child.tagName();

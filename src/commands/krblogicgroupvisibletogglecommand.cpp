@@ -10,10 +10,12 @@ static KCommandFactoryItem<KRbLogicGroupVisibleToggleCommand, QObject>
     s_logicGroupVisibleToggleItem(QStringLiteral("KRbLogicGroupVisibleToggleCommand"), QStringLiteral("QObject"));
 
 namespace {
-int ribbonStatus(QWidget* ribbon, bool* ok)
+// The fold state of the ribbon, or -1 when there is no ribbon that can tell.
+int ribbonStatus(QWidget* ribbon)
 {
     int status = 0;
-    *ok = QMetaObject::invokeMethod(ribbon, "status", Qt::DirectConnection, Q_RETURN_ARG(int, status));
+    if (!ribbon || !QMetaObject::invokeMethod(ribbon, "status", Qt::DirectConnection, Q_RETURN_ARG(int, status)))
+        return -1;
     return status;
 }
 } // namespace
@@ -42,11 +44,8 @@ QWidget* KRbLogicGroupVisibleToggleCommand::_ribbon() const
 void KRbLogicGroupVisibleToggleCommand::onTriggered()
 {
     QWidget* ribbon = _ribbon();
-    if (!ribbon)
-        return;
-    bool ok = false;
-    const int status = ribbonStatus(ribbon, &ok);
-    if (!ok)
+    const int status = ribbonStatus(ribbon);
+    if (status < 0)
         return;
     // Shown folds; folded shows; stuck open folds for good.
     const int next = status == 1 ? 0 : 1;
@@ -56,12 +55,8 @@ void KRbLogicGroupVisibleToggleCommand::onTriggered()
 
 void KRbLogicGroupVisibleToggleCommand::update()
 {
-    QWidget* ribbon = _ribbon();
-    if (!ribbon)
-        return;
-    bool ok = false;
-    const int status = ribbonStatus(ribbon, &ok);
-    if (!ok)
+    const int status = ribbonStatus(_ribbon());
+    if (status < 0)
         return;
     switch (status) {
     case 0:
