@@ -155,6 +155,21 @@ inline bool deferToDelayFile(KAbstractListCommand* list, const KDomElement& elem
     return true;
 }
 
+/// The children every list understands, "separator" and "command": their command (null when
+/// a reference fails). *shared is false for any other tag, which the caller reads itself.
+inline KCommand* parseSharedListChild(const KDomElement& child, KCommandParserContext* context,
+                                      bool* shared)
+{
+    const QString tag = child.tagName();
+    *shared = true;
+    if (tag == QLatin1String("separator"))
+        return parseSeparator(child);
+    if (tag == QLatin1String("command"))
+        return parseCmdRef(child, context);
+    *shared = false;
+    return nullptr;
+}
+
 /// The content of a KListCommand; P reads the elements that name a class.
 template <class P>
 void parseCommandSubElement_KListCommand(KCommand* cmd, const KDomElement& element,
@@ -165,13 +180,9 @@ void parseCommandSubElement_KListCommand(KCommand* cmd, const KDomElement& eleme
         return;
     for (KDomElement child = element.firstChildElement(); !child.isNull();
          child = child.nextSiblingElement()) {
-        const QString tag = child.tagName();
-        KCommand* sub = nullptr;
-        if (tag == QLatin1String("separator"))
-            sub = parseSeparator(child);
-        else if (tag == QLatin1String("command"))
-            sub = parseCmdRef(child, context);
-        else
+        bool shared = false;
+        KCommand* sub = parseSharedListChild(child, context, &shared);
+        if (!shared)
             sub = P::parse(list, child, context);
         if (sub)
             list->addSubCommand(sub);
@@ -189,13 +200,11 @@ void parseCommandSubElement_KComposeListCommand(KCommand* cmd, const KDomElement
         return;
     for (KDomElement child = element.firstChildElement(); !child.isNull();
          child = child.nextSiblingElement()) {
-        const QString tag = child.tagName();
-        KCommand* sub = nullptr;
-        if (tag == QLatin1String("separator")) {
-            sub = parseSeparator(child);
-        } else if (tag == QLatin1String("command")) {
-            sub = parseCmdRef(child, context);
-        } else if (tag == QLatin1String("compose")) {
+        bool shared = false;
+        KCommand* sub = parseSharedListChild(child, context, &shared);
+        if (shared) {
+            // a separator or a reference, placed below
+        } else if (child.tagName() == QLatin1String("compose")) {
             KCommand* ref = parseCmdRef(child, context);
             if (!ref)
                 continue;
