@@ -213,9 +213,9 @@ void KAppIdleSvr::unregisterItem(QObject* object)
     const auto it = m_items.constFind(object);
     if (it == m_items.constEnd())
         return;
-    // The item stays in its queue as an empty shell and is dropped when the round reaches
-    // it, exactly like the item of a dead object. Unlinking it here would mean a walk over
-    // both queues, and every widget unregisters in its destructor.
+    // The item stays in its queue as an empty shell, which the next step drops without
+    // spending itself on it. Unlinking it here would mean a walk over both queues, and every
+    // widget unregisters in its destructor.
     tagItem* item = it.value();
     item->object = nullptr;
     item->key = nullptr;
@@ -297,7 +297,14 @@ bool KAppIdleSvr::needIdleEvent(tagItem& item) const
 
 void KAppIdleSvr::doIdle()
 {
+    // Shells of unregistered objects cost no step: they are dropped here, so that the step
+    // reaches the next live item. An item whose object died unnoticed still takes its step.
     tagItem* item = m_waiting.head;
+    while (item && !item->key) {
+        m_waiting.takeFirst();
+        _dropItem(item);
+        item = m_waiting.head;
+    }
     if (!item)
         return;
     const QPointer<QObject> guard = item->object;
