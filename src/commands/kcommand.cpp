@@ -20,7 +20,12 @@ bool KMultiControlBool::setValue(bool v)
 bool KMultiControlBool::setValue(ControlType t, bool v)
 {
     const bool before = isTrue();
-    m_mask.set(static_cast<size_t>(t), !v);
+    // Lifting a veto is the bitset's reset, imposing one its set: a bad bit number throws
+    // with the message of the operation really done.
+    if (v)
+        m_mask.reset(static_cast<size_t>(t));
+    else
+        m_mask.set(static_cast<size_t>(t));
     return before != isTrue();
 }
 
