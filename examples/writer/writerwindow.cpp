@@ -59,6 +59,8 @@ void WriterWindow::bindCommands()
     on("EditCopy", [this] { m_editor->copy(); });
     on("EditPaste", [this] { m_editor->paste(); });
     on("EditSelectAll", [this] { m_editor->selectAll(); });
+    on("ViewFullScreen", [this] { _setFullScreen(!isFullScreen()); });
+    on("CloseFullScreen", [this] { _setFullScreen(false); });
     on("FormatBold", [this] { _toggleFormat("FormatBold"); });
     on("FormatItalic", [this] { _toggleFormat("FormatItalic"); });
     on("FormatUnderline", [this] { _toggleFormat("FormatUnderline"); });
@@ -113,6 +115,13 @@ void WriterWindow::bindCommands()
     enable("EditCopy", false);
     _updatePaste();
     _updateTitle();
+}
+
+void WriterWindow::_setFullScreen(bool on)
+{
+    setFullScreen(on);
+    if (KCommand* cmd = _command("ViewFullScreen"))
+        cmd->setCheckedHint(isFullScreen());
 }
 
 void WriterWindow::_updateThemeChecks()

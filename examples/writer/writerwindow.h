@@ -41,6 +41,7 @@ private:
     void _onSaveAs();
     void _updateTitle();
     void _updatePaste();
+    void _setFullScreen(bool on);
     void _updateThemeChecks();
     void _updateFormatChecks();
     void _toggleFormat(const char* id);

@@ -4,9 +4,9 @@
 #include <QObject>
 #include <QString>
 
+#include <kcommand.h>
 #include <norvikofficeui_export.h>
 
-class KCommand;
 class KMainWindow;
 
 /**

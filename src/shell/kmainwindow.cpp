@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QPainter>
 #include <QResizeEvent>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include "kapplication.h"
@@ -15,6 +16,7 @@
 #include "korbstyle.h"
 #include "kstyleoption.h"
 #include "kdockwidget.h"
+#include "kdragtoolbar.h"
 #include "klistcommand.h"
 #include "kseparatorcommand.h"
 #include "ktoolbar.h"
@@ -145,6 +147,8 @@ void KMainWindow::_resetXml()
     for (QDockWidget* dock : std::as_const(m_dockWidgets))
         dock->deleteLater();
     m_dockWidgets.clear();
+    removeHeaderBar();
+    m_fullScreenBar = nullptr; // it was in the pool
     m_toolBarListCommand = nullptr;
     m_rbToolBarCommand = nullptr;
     m_commands->resetXML();
@@ -230,6 +234,8 @@ void KMainWindow::removeToolBar(KToolBar* bar)
 
 KToolBar* KMainWindow::findToolBar(KCommand* cmd) const
 {
+    if (!cmd)
+        return nullptr; // not the first bar that shows nothing
     for (KToolBar* bar : m_toolBars) {
         if (bar->command() == cmd)
             return bar;
@@ -479,17 +485,81 @@ QMenu* KMainWindow::createDockAreaPopupMenu(bool& handled)
 
 // --- modes ---
 
+void KMainWindow::setHeaderBar(QWidget* bar)
+{
+    if (bar == m_headerBar)
+        return;
+    removeHeaderBar();
+    m_headerBar = bar;
+    if (!bar)
+        return;
+    bar->setParent(this);
+    m_outerLayout->insertWidget(0, bar);
+    bar->show();
+}
+
+void KMainWindow::removeHeaderBar()
+{
+    QWidget* bar = m_headerBar.data();
+    if (!bar)
+        return;
+    m_headerBar = nullptr;
+    m_outerLayout->removeWidget(bar);
+    bar->hide();
+    bar->deleteLater();
+}
+
 void KMainWindow::setFullScreen(bool on)
 {
     if (m_fullScreen == on)
         return;
     m_fullScreen = on;
+    if (QWidget* header = m_headerBar.data()) {
+        bool headerVisible = false;
+        if (on)
+            setLastState(QStringLiteral("HeaderBarVisible"), header->isVisibleTo(this));
+        else
+            headerVisible = lastState(QStringLiteral("HeaderBarVisible")).toBool();
+        header->setVisible(headerVisible);
+
+        if (!m_fullScreenBar) {
+            // A missing "Full Screen" command gives a bar with only its grip.
+            auto* list = qobject_cast<KListCommand*>(m_commands->command(QStringLiteral("Full Screen")));
+            auto* bar = new KDragToolBar(list, this);
+            addToolBar(bar);
+            bar->setClosable(false);
+            bar->setFloating(true);
+            bar->setAllowedAreas(Qt::NoToolBarArea);
+            bar->setProperty("cmd", QStringLiteral("Full Screen"));
+            m_fullScreenBar = bar;
+        }
+        m_fullScreenBar->setVisible(!headerVisible);
+        if (!headerVisible)
+            _placeFullScreenBar();
+    }
     if (on) {
         setLastState(QStringLiteral("WindowState"), int(windowState()));
         showFullScreen();
     } else {
         setWindowState(Qt::WindowStates(lastState(QStringLiteral("WindowState")).toInt()));
     }
+}
+
+KDragToolBar* KMainWindow::fullScreenBar() const
+{
+    return static_cast<KDragToolBar*>(m_fullScreenBar.data());
+}
+
+void KMainWindow::_placeFullScreenBar()
+{
+    // At the head of the screen, centred: where the header bar stood.
+    KToolBar* bar = m_fullScreenBar.data();
+    QScreen* screen = this->screen();
+    if (!bar || !screen)
+        return;
+    bar->adjustSize();
+    const QRect area = screen->geometry();
+    bar->move(area.center().x() - bar->width() / 2, area.top() + 4);
 }
 
 void KMainWindow::setBorderLess(bool borderLess)

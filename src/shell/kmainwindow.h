@@ -5,6 +5,7 @@
 #include <QMap>
 #include <QPointer>
 #include <QSet>
+#include <QToolBar>
 #include <QVariant>
 #include <QVector>
 #include <QWidget>
@@ -19,6 +20,7 @@ class QVBoxLayout;
 class KCommand;
 class KCommands;
 class KListCommand;
+class KDragToolBar;
 class KToolBar;
 class KStyleOptionMainWindow;
 
@@ -87,6 +89,15 @@ public:
     void setAllToolBarsVisilbe(bool visible);
     QSet<KToolBar*> currentVisibleBars() const;
 
+    // --- header bar ---
+    /**
+     * Puts bar (the ribbon) above the dock area, taking it over as a child; the header bar
+     * there before is hidden and deleted later. Null only removes the one there is.
+     */
+    virtual void setHeaderBar(QWidget* bar);
+    QWidget* headerBar() const { return m_headerBar.data(); }
+    void removeHeaderBar();
+
     // --- central widget and docks ---
     void setCentralWidget(QWidget* widget);
     QWidget* centralWidget() const;
@@ -114,7 +125,16 @@ public:
     virtual QMenu* createDockAreaPopupMenu(bool& handled);
 
     // --- modes ---
+    /**
+     * Enters or leaves full-screen mode. With a header bar, the header bar gives way to the
+     * small floating bar made from the "Full Screen" list command (made the first time,
+     * see fullScreenBar()), and comes back as it was when the mode ends. The window state
+     * before the mode is restored when it ends.
+     */
     virtual void setFullScreen(bool on);
+    /// The floating bar of full-screen mode; null until a window with a header bar first
+    /// went full screen.
+    KDragToolBar* fullScreenBar() const;
     virtual bool isFullScreen() const { return m_fullScreen; }
     virtual void setPrintPreview(bool on) { m_printPreview = on; }
     virtual bool isPrintPreview() const { return m_printPreview; }
@@ -201,8 +221,11 @@ protected:
 
 private:
     void _placeToolBar(KToolBar* bar, int position, bool moveExisting);
+    void _placeFullScreenBar();
 
     QVBoxLayout* m_outerLayout = nullptr;
+    QPointer<QWidget> m_headerBar;
+    QPointer<KToolBar> m_fullScreenBar; // a KDragToolBar
     KMainDockArea* m_dockArea = nullptr;
     QString m_caption;
     bool m_xmlPolished = false;

@@ -120,10 +120,7 @@ void KToolBar::setFloating(bool floating)
         if (auto* dockArea = qobject_cast<QMainWindow*>(parentWidget()))
             dockArea->removeToolBar(this);
         const QPoint origin = parentWidget() ? parentWidget()->mapToGlobal(QPoint(40, 40)) : QPoint(40, 40);
-        Qt::WindowFlags flags = Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
-        if (m_closable)
-            flags |= Qt::WindowCloseButtonHint;
-        setWindowFlags(flags);
+        setWindowFlags(floatingWindowFlags());
         move(origin);
         adjustSize();
     } else {
@@ -166,6 +163,14 @@ void KToolBar::setFullSize(bool fullSize)
     m_fullSize = fullSize;
     setSizePolicy(fullSize ? QSizePolicy::Expanding : QSizePolicy::Preferred, sizePolicy().verticalPolicy());
     updateGeometry();
+}
+
+Qt::WindowFlags KToolBar::floatingWindowFlags() const
+{
+    Qt::WindowFlags flags = Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+    if (m_closable)
+        flags |= Qt::WindowCloseButtonHint;
+    return flags;
 }
 
 QMargins KToolBar::getMargins() const

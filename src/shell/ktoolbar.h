@@ -70,6 +70,10 @@ protected Q_SLOTS:
     void onVisibilityChanged(bool value);
 
 protected:
+    /// The window flags of the bar while it floats: a tool window with a title, and a close
+    /// button when closable.
+    virtual Qt::WindowFlags floatingWindowFlags() const;
+
     bool event(QEvent* e) override;
     bool eventFilter(QObject* watched, QEvent* e) override;
     void closeEvent(QCloseEvent* e) override;

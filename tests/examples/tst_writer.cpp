@@ -32,6 +32,7 @@ private Q_SLOTS:
     void richTextRoundTrip();
     void themeColoursRetintAndPersist();
     void recentFilesSurviveARestart();
+    void fullScreenToggles();
 
 private:
     KCommand* cmd(const char* id) { return m_window->commands()->command(id); }
@@ -202,6 +203,23 @@ void tst_Writer::recentFilesSurviveARestart()
     nextStart.setSettingsKey(recent->settingsKey());
     QCOMPARE(nextStart.getStrings(), recent->getStrings());
     recent->setStrings({});
+}
+
+void tst_Writer::fullScreenToggles()
+{
+    // The View bar's toggle takes the whole screen and gives it back; the close command of
+    // the full-screen bar only leaves.
+    WriterWindow* w = m_window.data();
+    cmd("ViewFullScreen")->trigger();
+    QVERIFY(w->isFullScreen());
+    QVERIFY(w->windowState().testFlag(Qt::WindowFullScreen));
+    QVERIFY(cmd("ViewFullScreen")->checkedHint());
+    cmd("CloseFullScreen")->trigger();
+    QVERIFY(!w->isFullScreen());
+    QVERIFY(!w->windowState().testFlag(Qt::WindowFullScreen));
+    QVERIFY(!cmd("ViewFullScreen")->checkedHint());
+    cmd("CloseFullScreen")->trigger();
+    QVERIFY(!w->isFullScreen());
 }
 
 NORVIK_TEST_MAIN(tst_Writer)

@@ -38,7 +38,6 @@ class tst_KMainWindow : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void cleanup();
     void structureAndPool();
     void fullScreenKeepsUserHiddenBars();
@@ -46,16 +45,12 @@ private Q_SLOTS:
     void findCommand();
     void syncApiBarsFromMainWindow();
     void xmlResetClearsBarsAndDocks();
+    void toolBarSignalsCrossQueuedConnections();
 
 private:
     bool load(const QByteArray& body) { return KTestSupport::loadMainXml(m_dir.path(), body); }
     QTemporaryDir m_dir;
 };
-
-void tst_KMainWindow::initTestCase()
-{
-    qRegisterMetaType<QToolBar*>();
-}
 
 void tst_KMainWindow::cleanup()
 {
@@ -264,6 +259,38 @@ void tst_KMainWindow::xmlResetClearsBarsAndDocks()
     QVERIFY(load(body));
     QCOMPARE(window.toolBarCount(), 1);
     QVERIFY(window.findDockWidget("Panel"));
+}
+
+void tst_KMainWindow::toolBarSignalsCrossQueuedConnections()
+{
+    KMainWindow window;
+    auto* list = new KListCommand(&window, window.commands());
+    auto* first = new KToolBar(list, &window);
+    auto* second = new KToolBar(list, &window);
+
+    // A receiver on a queued connection sees the real pointers, and so does a spy.
+    QList<QToolBar*> added;
+    QList<QPair<QToolBar*, QToolBar*>> inserted;
+    QObject context;
+    connect(&window, &KMainWindow::addToolBarSignal, &context,
+            [&](QToolBar* bar) { added.append(bar); }, Qt::QueuedConnection);
+    connect(&window, &KMainWindow::insertToolBarSignal, &context,
+            [&](QToolBar* before, QToolBar* bar) { inserted.append(qMakePair(before, bar)); },
+            Qt::QueuedConnection);
+    QSignalSpy spy(&window, &KMainWindow::insertToolBarSignal);
+    QVERIFY(spy.isValid());
+
+    window.addToolBar(first);
+    window.insertToolBar(first, second);
+    QVERIFY(added.isEmpty()); // queued, not yet delivered
+    QTRY_COMPARE(added, QList<QToolBar*>({first}));
+    QTRY_COMPARE(inserted.size(), 1);
+    QCOMPARE(inserted.first().first, static_cast<QToolBar*>(first));
+    QCOMPARE(inserted.first().second, static_cast<QToolBar*>(second));
+    QCOMPARE(spy.count(), 1);
+    // Read as a host that never saw the class declared would: as plain objects.
+    QCOMPARE(spy.first().at(0).value<QObject*>(), static_cast<QObject*>(first));
+    QCOMPARE(spy.first().at(1).value<QObject*>(), static_cast<QObject*>(second));
 }
 
 NORVIK_TEST_MAIN(tst_KMainWindow)
