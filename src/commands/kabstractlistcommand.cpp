@@ -1,53 +1,11 @@
 #include "kabstractlistcommand.h"
 
-#include <QMenu>
 #include <QPointer>
 
 #include <kseparatorcommand.h>
+#include <kmenuwidget.h>
+#include <kpopupwidget.h>
 #include <ktoolbutton.h>
-
-namespace {
-
-// The items of list as actions of menu, sub-lists as sub-menus; each action triggers its
-// command. Read afresh at each opening, with each item's update() first.
-void fillStandInMenu(QMenu* menu, KCommand* list)
-{
-    const int n = list->count();
-    for (int i = 0; i < n; ++i) {
-        KCommand* sub = list->subCommand(i);
-        if (!sub)
-            continue;
-        if (KSeparatorCommand::isSeparator(sub)) {
-            menu->addSeparator();
-            continue;
-        }
-        sub->update();
-        if (!sub->isVisible())
-            continue;
-        if (qobject_cast<KAbstractListCommand*>(sub) && sub->count() > 0) {
-            QMenu* child = menu->addMenu(sub->icon(), sub->getDrawText());
-            child->setEnabled(sub->isEnabled());
-            fillStandInMenu(child, sub);
-            continue;
-        }
-        QAction* action = menu->addAction(sub->icon(), sub->getDrawText());
-        action->setEnabled(sub->isEnabled());
-        action->setCheckable(sub->checkedHint());
-        action->setChecked(sub->checkedHint());
-        if (!sub->shortcutHint().isEmpty())
-            action->setShortcut(QKeySequence(sub->shortcutHint()));
-        action->setShortcutVisibleInContextMenu(true);
-        const QPointer<KCommand> guard(sub);
-        QObject::connect(action, &QAction::triggered, sub, [guard] {
-            if (guard)
-                guard->trigger();
-        });
-    }
-    if (menu->isEmpty())
-        menu->addAction(QObject::tr("(Empty)"))->setEnabled(false);
-}
-
-} // namespace
 
 KSubCommandParser::~KSubCommandParser() = default;
 
@@ -117,14 +75,24 @@ QWidget* KAbstractListCommand::createPocketWidget(QWidget* parent)
     if (m_hideArrowHint)
         button->setButtonStyle(button->buttonStyle() & ~KToolButton::StyleArrow);
     QObject::connect(button, &KToolButton::LButtonClicked, button, [this, button] {
-        if (!m_popupEnabled)
-            return;
-        auto* menu = new QMenu(button);
-        menu->setAttribute(Qt::WA_DeleteOnClose);
-        fillStandInMenu(menu, this);
+        if (!m_popupEnabled || count() == 0)
+            return; // a list with no items opens nothing
+        // A fresh menu at each opening, so that it shows the list as it is now.
+        auto* popup = new KPopupWidget(button, Qt::Popup);
+        popup->setAttribute(Qt::WA_DeleteOnClose);
+        popup->setContentWidget(requestWidget(popup, KCommand::ExtendedPurpose));
         button->setDown(true);
-        QObject::connect(menu, &QMenu::aboutToHide, button, [button] { button->setDown(false); });
-        menu->popup(button->mapToGlobal(QPoint(0, button->height())));
+        const QPointer<KToolButton> guard(button);
+        QObject::connect(popup, &KPopupWidget::aboutToHide, button, [guard] {
+            if (guard)
+                guard->setDown(false);
+        });
+        popup->show(button, KPopupWidget::getWidgetGlobalBottomLeftPos(button));
     });
     return button;
+}
+
+QWidget* KAbstractListCommand::createExtendedWidget(QWidget* parent)
+{
+    return new KMenuWidget(this, parent);
 }

@@ -34,11 +34,12 @@ public:
 
     /**
      * The button of the list in a bar: a KToolButton bound to the list, with the drop-down
-     * arrow unless hideArrowHint is set. A click opens the list's items in a plain menu;
-     * this stands in until the framework's own menu button and menu widget take over. The
-     * extended widget is, for now, the same button (the base class's chain).
+     * arrow unless hideArrowHint is set. A click opens the list's menu (its extended widget)
+     * in a popup under the button; a list with no items opens nothing.
      */
     QWidget* createPocketWidget(QWidget* parent) override;
+    /// The list opens as a menu: a KMenuWidget on it.
+    QWidget* createExtendedWidget(QWidget* parent) override;
 
     bool isTriggerEnabled() const { return m_triggerEnabled; }
     void setTriggerEnabled(bool enabled);

@@ -10,6 +10,7 @@
 
 #include "kappidlesvr.h"
 #include "kapplication.h"
+#include "kblockedmouseevent.h"
 #include "kcommandbarprop.h"
 #include "kcommands.h"
 #include "kcommandwrapaction.h"
@@ -331,6 +332,16 @@ bool KToolBar::event(QEvent* e)
         if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
             e->accept();
             return true;
+        }
+        break;
+    }
+    case KEvent::BlockedMouse: {
+        // A popup holds the mouse: let hover follow the pointer over the bar all the same,
+        // so that the bar looks right the moment the popup closes.
+        QMouseEvent* mouse = static_cast<KBlockedMouseEvent*>(e)->mouseEvent();
+        if (mouse && mouse->type() == QEvent::MouseMove) {
+            const QPointF local = mapFromGlobal(QCursor::pos());
+            QCoreApplication::postEvent(this, new QHoverEvent(QEvent::HoverMove, local, QCursor::pos(), local));
         }
         break;
     }

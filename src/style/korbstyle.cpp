@@ -122,6 +122,12 @@ void KORBStyle::drawControl(ControlElement element, const QStyleOption* option, 
         if (auto* o = qstyleoption_cast<const KStyleOptionZoomButton*>(option))
             drawControl_KZoomButton(o, painter, widget);
         return;
+    case uint(CE_MenuItem):
+        if (auto* o = qstyleoption_cast<const QStyleOptionMenuItem*>(option); o && isFrameworkMenu(widget)) {
+            drawControl_MenuItem(o, painter, widget);
+            return;
+        }
+        break;
     default:
         break;
     }
@@ -209,6 +215,10 @@ QSize KORBStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     }
     if (type == KCT_LogicGroupButton)
         return sizeFromContents_KLogicGroupButton(type, option, size, widget);
+    if (type == CT_MenuItem && isFrameworkMenu(widget)) {
+        if (auto* o = qstyleoption_cast<const QStyleOptionMenuItem*>(option))
+            return sizeFromContents_MenuItem(o, size, widget);
+    }
     return QProxyStyle::sizeFromContents(type, option, size, widget);
 }
 

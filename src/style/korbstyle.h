@@ -149,6 +149,14 @@ public:
                                               const QWidget* widget) const;
     virtual void drawComplexControl_KSlider(const QStyleOptionSlider* option, QPainter* painter,
                                             const QWidget* widget) const;
+
+    // The rows of the framework's menu (KMenuWidget); other menus go to the wrapped style.
+    /// Whether widget is a menu of the framework, whose rows this style draws itself.
+    static bool isFrameworkMenu(const QWidget* widget);
+    virtual void drawControl_MenuItem(const QStyleOptionMenuItem* option, QPainter* painter,
+                                      const QWidget* widget) const;
+    virtual QSize sizeFromContents_MenuItem(const QStyleOptionMenuItem* option, const QSize& size,
+                                            const QWidget* widget) const;
     virtual void drawControl_KZoomButton(const KStyleOptionZoomButton* option, QPainter* painter,
                                          const QWidget* widget) const;
 

@@ -1,13 +1,14 @@
 #include <ktestsupport.h>
 
 #include <QSignalSpy>
-#include <QMenu>
 #include <QStandardPaths>
 
 #include <kcommandfactory.h>
 #include <klayoutwidgetcommand.h>
 #include <kmenucommand.h>
+#include <kmenuwidget.h>
 #include <kmrucommand.h>
+#include <kpopupwidget.h>
 #include <kquickmenucommand.h>
 #include <krbdonotshowhotkeycommand.h>
 #include <krbdonotshowhotkeytoolbutton.h>
@@ -334,31 +335,40 @@ void tst_KListCommands::pocketWidgets()
     KRbDonotShowHotKeyCommand hidden(this, nullptr);
     QVERIFY(qobject_cast<KRbDonotShowHotKeyToolButton*>(hidden.requestWidget(&parent, KCommand::PocketPurpose)));
 
-    // A list gives a button with the drop-down arrow, unless told to hide it. Until the
-    // framework's menu button exists, a click lists the shown items in a plain menu whose
-    // actions trigger them.
+    // A list gives a button with the drop-down arrow, unless told to hide it. A click opens
+    // the list's menu under the button; a row's click triggers its command and closes it.
     KListCommand list(this, nullptr);
     auto* listButton = qobject_cast<KToolButton*>(list.requestWidget(&parent, KCommand::PocketPurpose));
-    QVERIFY(listButton && (listButton->buttonStyle() & KToolButton::StyleArrow));
+    QVERIFY(listButton);
+    QVERIFY(listButton->buttonStyle() & KToolButton::StyleArrow);
+    parent.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&parent));
+    QTest::mouseClick(listButton, Qt::LeftButton, {}, QPoint(3, 3));
+    QVERIFY(!listButton->findChild<KPopupWidget*>()); // no items: nothing opens
     KTriggerCommand first(this, nullptr), hiddenItem(this, nullptr);
     first.setText("First");
+    hiddenItem.setText("Hidden");
     hiddenItem.setVisible(false);
     list.addSubCommand(&first);
     list.addSeparator();
     list.addSubCommand(&hiddenItem);
-    parent.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&parent));
     QTest::mouseClick(listButton, Qt::LeftButton, {}, QPoint(3, 3));
-    auto* menu = listButton->findChild<QMenu*>();
-    QVERIFY(menu && listButton->isDown());
-    QStringList shown;
-    for (QAction* a : menu->actions())
-        shown << (a->isSeparator() ? QString("-") : a->text());
-    QCOMPARE(shown, QStringList({"First", "-"}));
+    auto* popup = listButton->findChild<KPopupWidget*>();
+    QVERIFY(popup);
+    QVERIFY(popup->isVisible());
+    QVERIFY(listButton->isDown());
+    QCOMPARE(popup->geometry().topLeft(), KPopupWidget::getWidgetGlobalBottomLeftPos(listButton));
+    auto* menu = qobject_cast<KMenuWidget*>(popup->contentWidget());
+    QVERIFY(menu);
+    QCOMPARE(menu->command(), static_cast<KCommand*>(&list));
+    QCOMPARE(menu->count(), 3);
+    QVERIFY(menu->itemAt(0)->isVisible());
+    QVERIFY(!menu->itemAt(1)->isVisible()); // nothing shown after it
+    QVERIFY(!menu->itemAt(2)->isVisible());
     QSignalSpy runs(&first, &KCommand::triggered);
-    menu->actions().first()->trigger();
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->itemAt(0)->geometry().center());
     QCOMPARE(runs.count(), 1);
-    menu->close();
+    QVERIFY(!popup->isVisible());
     QVERIFY(!listButton->isDown());
     list.setHideArrowHint(true);
     auto* bare = qobject_cast<KToolButton*>(list.requestWidget(&parent, KCommand::PocketPurpose));
