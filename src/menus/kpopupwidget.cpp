@@ -76,8 +76,14 @@ void KPopupWidget::setContentWidget(QWidget* widget)
         old->hide();
     }
     m_contentWidget = widget;
+    m_contentGivenSize = QSize();
     if (!widget)
         return;
+    // A size given to the content before it came here is the caller's wish. Later sizes
+    // are the layout's doing (it marks every child it places as resized), so only this
+    // one counts in getPreferSize().
+    if (widget->testAttribute(Qt::WA_Resized))
+        m_contentGivenSize = widget->size();
     if (m_scrollArea) {
         // The scroll area belongs to the content before; the new one starts without it.
         removeScrollWidget();
@@ -202,6 +208,7 @@ void KPopupWidget::clearSizeAttitude()
     resize(0, 0);
     setMinimumSize(0, 0);
     setAttribute(Qt::WA_Resized, false);
+    m_contentGivenSize = QSize();
 }
 
 // --- sizes ---
@@ -223,9 +230,9 @@ QSize KPopupWidget::getPreferSize() const
 {
     QSize size = sizeHint();
     const QWidget* content = m_contentWidget.data();
-    if (content && content->testAttribute(Qt::WA_Resized) && content->size().isValid()) {
+    if (content && m_contentGivenSize.isValid()) {
         const int m = 2 * layoutMargin();
-        size = content->size() + QSize(m, m);
+        size = m_contentGivenSize + QSize(m, m);
     }
     if (testAttribute(Qt::WA_Resized) && this->size().isValid())
         size = this->size();
@@ -306,11 +313,12 @@ QRect KPopupWidget::getContaintRect(QRect exclude, QRect want) const
 
 void KPopupWidget::_showAt(const QRect& geometry)
 {
-    // Placing is not sizing: only the user (the grip) or the host makes a size stick.
+    // Placing is not sizing: only the user (the grip) or the host makes a size stick. The
+    // mark stays on through show(), which would otherwise fit an unsized window to its hint.
     const bool sized = testAttribute(Qt::WA_Resized);
     setGeometry(geometry);
-    setAttribute(Qt::WA_Resized, sized);
     QWidget::show();
+    setAttribute(Qt::WA_Resized, sized);
 }
 
 void KPopupWidget::show(const QPoint& pos, bool alignRight, int offset)
@@ -331,7 +339,12 @@ void KPopupWidget::show(const QPoint& pos, bool alignRight, int offset)
         r.translate(0, newTop - r.top());
         reverseVSizeGripType();
     }
-    _showAt(r & avail);
+    const QRect clipped = r & avail;
+    // Content that cannot shrink to the clipped size scrolls instead of leaving the screen.
+    const QSize min = getMinimumSize();
+    if (clipped.width() < min.width() || clipped.height() < min.height())
+        createScrollWidget();
+    _showAt(clipped);
 }
 
 void KPopupWidget::show(QRect exclude, QRect want)
@@ -451,6 +464,8 @@ void KPopupWidget::createScrollWidget()
         m_scrollArea->setWidget(content);
         content->show();
     }
+    // The limits of the popup are now the scroll area's, not the content's.
+    m_layout->activate();
 }
 
 void KPopupWidget::removeScrollWidget()
@@ -468,6 +483,7 @@ void KPopupWidget::removeScrollWidget()
         content->show();
     }
     delete area;
+    m_layout->activate();
 }
 
 // --- events ---

@@ -96,7 +96,8 @@ public:
 
     /// The first non-empty of: minimumSize(), minimumSizeHint(), and the content's two.
     QSize getMinimumSize() const;
-    /// The size hint, or a size someone gave the content or the popup, at least the minimum.
+    /// The size hint, or a size the content came with, or one the user gave the popup (with
+    /// the grip) or the host (resize()); at least the minimum.
     QSize getPreferSize() const;
     /**
      * A rectangle of want's size on the first side of exclude (below, above, right, left)
@@ -148,6 +149,7 @@ private:
 
     QScrollArea* m_scrollArea = nullptr;
     QPointer<QWidget> m_contentWidget;
+    QSize m_contentGivenSize; // invalid unless the content came with a size of its own
     KSizeGrip* m_sizeGrip = nullptr;
     KSizeGrip::GripType m_sizeGripType = KSizeGrip::AutoGrip;
     QBoxLayout* m_layout = nullptr;
