@@ -2,9 +2,11 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDateTime>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLocale>
 #include <QMessageBox>
 #include <QTextEdit>
 #include <QSaveFile>
@@ -61,6 +63,18 @@ void WriterWindow::bindCommands()
     on("EditSelectAll", [this] { m_editor->selectAll(); });
     on("ViewFullScreen", [this] { _setFullScreen(!isFullScreen()); });
     on("CloseFullScreen", [this] { _setFullScreen(false); });
+    on("InsertDateTime", [this] {
+        m_editor->insertPlainText(QLocale().toString(QDateTime::currentDateTime(), QLocale::ShortFormat));
+    });
+    if (KCommand* symbols = _command("InsertSymbolMenu")) {
+        for (int i = 0; i < symbols->count(); ++i) {
+            KCommand* symbol = symbols->subCommand(i);
+            if (!symbol || !symbol->property("symbol").isValid())
+                continue;
+            connect(symbol, &KCommand::triggered, this,
+                    [this, symbol] { m_editor->insertPlainText(symbol->property("symbol").toString()); });
+        }
+    }
     on("FormatBold", [this] { _toggleFormat("FormatBold"); });
     on("FormatItalic", [this] { _toggleFormat("FormatItalic"); });
     on("FormatUnderline", [this] { _toggleFormat("FormatUnderline"); });

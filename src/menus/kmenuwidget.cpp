@@ -51,6 +51,24 @@ int iconWidthOf(const KMenuWidget* menu)
     return menu->iconSize().width();
 }
 
+// The size of a row for the style: the content as a menu measures it (text, and the
+// shortcut behind a tab, beside an icon of the menu's icon size), so that any style,
+// the host's own included, makes the row wide enough.
+QSize rowSize(const QStyleOptionMenuItem& option, const KMenuWidget* menu)
+{
+    const QFontMetrics fm(option.font);
+    QString text = option.text;
+    int width = 0;
+    const int tab = text.indexOf(QLatin1Char('\t'));
+    if (tab >= 0) {
+        width += fm.horizontalAdvance(text.mid(tab + 1)) + 3 * fm.averageCharWidth();
+        text.truncate(tab);
+    }
+    width += fm.horizontalAdvance(text.remove(QLatin1Char('&')));
+    const QSize contents(width, qMax(menu->iconSize().height(), fm.height()));
+    return menu->style()->sizeFromContents(QStyle::CT_MenuItem, &option, contents, menu);
+}
+
 } // namespace
 
 // --- KMenuWidgetLayout ---
@@ -99,6 +117,11 @@ void KMenuWidgetItem::mouseStay()
 bool KMenuWidgetItem::isTriggerable() const
 {
     return m_command && m_command->isTriggerable();
+}
+
+void KMenuWidgetItem::invalidate()
+{
+    m_sizeCache = QSize();
 }
 
 bool KMenuWidgetItem::canPopup() const
@@ -210,10 +233,12 @@ QSize KMenuWidgetTriggerItem::sizeHint() const
 {
     if (!isVisible())
         return QSize(0, 0);
-    QStyleOptionMenuItem option;
-    initStyleOption(&option);
-    return m_menuWidget->style()->sizeFromContents(QStyle::CT_MenuItem, &option, m_menuWidget->iconSize(),
-                                                   m_menuWidget);
+    if (!m_sizeCache.isValid()) {
+        QStyleOptionMenuItem option;
+        initStyleOption(&option);
+        m_sizeCache = rowSize(option, m_menuWidget);
+    }
+    return m_sizeCache;
 }
 
 void KMenuWidgetTriggerItem::paint(QPainter& painter)
@@ -295,10 +320,12 @@ QSize KMenuWidgetPopupItem::sizeHint() const
 {
     if (!isVisible())
         return QSize(0, 0);
-    QStyleOptionMenuItem option;
-    initStyleOption(&option);
-    return m_menuWidget->style()->sizeFromContents(QStyle::CT_MenuItem, &option, m_menuWidget->iconSize(),
-                                                   m_menuWidget);
+    if (!m_sizeCache.isValid()) {
+        QStyleOptionMenuItem option;
+        initStyleOption(&option);
+        m_sizeCache = rowSize(option, m_menuWidget);
+    }
+    return m_sizeCache;
 }
 
 void KMenuWidgetPopupItem::paint(QPainter& painter)
@@ -447,8 +474,7 @@ QSize KMenuWidgetSeparatorItem::sizeHint() const
     QStyleOptionMenuItem option;
     KMenuWidgetItem::initStyleOption(&option);
     option.menuItemType = QStyleOptionMenuItem::Separator;
-    return m_menuWidget->style()->sizeFromContents(QStyle::CT_MenuItem, &option, m_menuWidget->iconSize(),
-                                                   m_menuWidget);
+    return rowSize(option, m_menuWidget);
 }
 
 void KMenuWidgetSeparatorItem::paint(QPainter& painter)
@@ -697,6 +723,10 @@ void KMenuWidget::clearStatus()
 
 void KMenuWidget::itemChanged()
 {
+    for (int i = 0; i < count(); ++i) {
+        if (KMenuWidgetItem* item = itemAt(i))
+            item->invalidate();
+    }
     m_layout->invalidate();
     updateGeometry();
     update();
@@ -788,13 +818,16 @@ void KMenuWidget::paintMenuWidgetBackground(QPainter& painter)
     }
 }
 
-void KMenuWidget::paintEvent(QPaintEvent*)
+void KMenuWidget::paintEvent(QPaintEvent* e)
 {
     QPainter painter(this);
+    painter.setClipRegion(e->region());
     paintMenuWidgetBackground(painter);
+    // Only the rows in the region: moving the highlight repaints two rows, not the menu.
+    const QRect dirty = e->rect();
     for (int i = 0; i < count(); ++i) {
         KMenuWidgetItem* item = itemAt(i);
-        if (item && item->isVisible())
+        if (item && item->geometry().intersects(dirty) && item->isVisible())
             item->paint(painter);
     }
 }
@@ -1006,6 +1039,10 @@ bool KMenuWidget::event(QEvent* e)
     case KEvent::BlockedMouse:
         _handleBlockedMouse(e);
         return true;
+    case QEvent::FontChange:
+    case QEvent::StyleChange:
+        itemChanged(); // the rows measure themselves in the menu's font and style
+        break;
     case QEvent::KeyPress: {
         // Tab moves the highlight, not the focus.
         auto* key = static_cast<QKeyEvent*>(e);

@@ -63,6 +63,8 @@ public:
     bool isEmpty() const override { return !isVisible(); }
     QRect geometry() const override { return m_rect; }
     void setGeometry(const QRect& rect) override { m_rect = rect; }
+    /// Forgets the measured size; the menu calls it when a row's content may have changed.
+    void invalidate() override;
 
     KMenuWidget* menuWidget() const { return m_menuWidget; }
     KCommand* command() const { return m_command.data(); }
@@ -81,6 +83,7 @@ protected:
     KMenuWidget* m_menuWidget;
     QPointer<KCommand> m_command;
     QRect m_rect;
+    mutable QSize m_sizeCache; // invalid until measured
 };
 
 /// The row of a command that triggers: icon, text, check mark, shortcut hint.

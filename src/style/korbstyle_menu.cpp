@@ -98,6 +98,7 @@ QSize KORBStyle::sizeFromContents_MenuItem(const QStyleOptionMenuItem* option, c
     if (!text.shortcut.isEmpty())
         width += kShortcutGap + fm.horizontalAdvance(text.shortcut);
     width += kRightPadding + option->reservedShortcutWidth;
+    // The content height is the taller of the icon and the text line.
     const int height = qMax(size.height() + 6, fm.height() + 8);
     return QSize(width, height);
 }

@@ -12,6 +12,8 @@
 #include <kdrawhelpfunc.h>
 #include <ksettings.h>
 #include <ktoolbar.h>
+#include <kmenuwidget.h>
+#include <kpopupwidget.h>
 #include <ktoolbutton.h>
 
 #include "writerpanels.h"
@@ -33,6 +35,7 @@ private Q_SLOTS:
     void themeColoursRetintAndPersist();
     void recentFilesSurviveARestart();
     void fullScreenToggles();
+    void insertMenuThroughItsSubmenu();
 
 private:
     KCommand* cmd(const char* id) { return m_window->commands()->command(id); }
@@ -220,6 +223,36 @@ void tst_Writer::fullScreenToggles()
     QVERIFY(!cmd("ViewFullScreen")->checkedHint());
     cmd("CloseFullScreen")->trigger();
     QVERIFY(!w->isFullScreen());
+}
+
+void tst_Writer::insertMenuThroughItsSubmenu()
+{
+    // The Edit bar's Insert button drops the framework's menu; its Symbol submenu puts the
+    // chosen character at the cursor.
+    WriterWindow* w = m_window.data();
+    KToolBar* edit = w->findToolBar(cmd("EditBar"));
+    QVERIFY(edit);
+    const QStringList ids = KTestSupport::actionIds(edit);
+    const int index = ids.indexOf("InsertMenu");
+    QVERIFY(index >= 0);
+    auto* button = qobject_cast<KToolButton*>(edit->widgetForAction(edit->actions().at(index)));
+    QVERIFY(button);
+    cmd("FileNew")->trigger();
+    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(4, 4));
+    auto* popup = button->findChild<KPopupWidget*>();
+    QVERIFY(popup);
+    auto* menu = qobject_cast<KMenuWidget*>(popup->contentWidget());
+    QVERIFY(menu);
+    QCOMPARE(menu->count(), 3);
+    auto* symbolRow = dynamic_cast<KMenuWidgetPopupItem*>(menu->itemAt(2));
+    QVERIFY(symbolRow);
+    symbolRow->showPopup(true);
+    auto* symbols = qobject_cast<KMenuWidget*>(symbolRow->popupWidget()->contentWidget());
+    QVERIFY(symbols);
+    QCOMPARE(symbols->currentItem()->command(), cmd("InsertEmDash"));
+    QTest::keyClick(symbols, Qt::Key_Return);
+    QCOMPARE(editor()->toPlainText(), QString::fromUtf8("\u2014"));
+    QVERIFY(!popup->isVisible());
 }
 
 NORVIK_TEST_MAIN(tst_Writer)

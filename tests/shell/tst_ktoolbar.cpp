@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QWindow>
 
+#include <kblockedmouseevent.h>
 #include <kcommandbarprop.h>
 #include <kcommands.h>
 #include <kcommandwrapaction.h>
@@ -75,6 +76,7 @@ private Q_SLOTS:
     void orientationIsBroadcast();
     void sizesAndClone();
     void dockShowsExtendedWidget();
+    void hoverFollowsUnderAPopup();
 
 private:
     // A bar in window for a list of counting commands with the given ids ("|" stands for the
@@ -325,6 +327,39 @@ void tst_KToolBar::dockShowsExtendedWidget()
     QVERIFY(!panel->isVisible());
     panel->setVisible(true);
     QVERIFY(dock->isVisible());
+}
+
+void tst_KToolBar::hoverFollowsUnderAPopup()
+{
+    // A move that an open popup hands on makes the bar look at the pointer again (a hover
+    // move at the cursor), so that it looks right the moment the popup closes.
+    KMainWindow window;
+    auto* bar = new KToolBar(new KListCommand(&window, window.commands()), &window);
+    window.addToolBar(bar);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    int hoverMoves = 0;
+    struct Watch : QObject
+    {
+        int* count;
+        bool eventFilter(QObject*, QEvent* e) override
+        {
+            if (e->type() == QEvent::HoverMove)
+                ++*count;
+            return false;
+        }
+    } watch;
+    watch.count = &hoverMoves;
+    bar->installEventFilter(&watch);
+    QMouseEvent move(QEvent::MouseMove, QPointF(1, 1), QPointF(bar->mapToGlobal(QPoint(1, 1))), Qt::NoButton,
+                     Qt::NoButton, Qt::NoModifier);
+    KBlockedMouseEvent blocked(&move, nullptr);
+    QCoreApplication::sendEvent(bar, &blocked);
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(1, 1), QPointF(bar->mapToGlobal(QPoint(1, 1))),
+                      Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    KBlockedMouseEvent blockedPress(&press, nullptr);
+    QCoreApplication::sendEvent(bar, &blockedPress);
+    QTRY_COMPARE(hoverMoves, 1);
 }
 
 NORVIK_TEST_MAIN(tst_KToolBar)

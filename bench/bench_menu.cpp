@@ -1,0 +1,270 @@
+// Opening the framework's menu and moving its highlight, against a plain QMenu of the same
+// items in the same run (the floor):
+//  (a) open: a click on the list's button to the first paint of the menu, 50 rows with icon,
+//      text and shortcut, 5 of them submenus of 5 rows;
+//  (b) browse: the highlight moved by the mouse over all 50 rows, each move painted.
+// Each figure is the median of many rounds; the summary prints both and their ratio.
+// Runs on the offscreen platform unless QT_QPA_PLATFORM says otherwise; under callgrind,
+// run one function (e.g. "bench_menu openFramework") and compare instruction counts.
+#include <QElapsedTimer>
+#include <QMenu>
+#include <QPainter>
+#include <QPushButton>
+#include <QtTest/QtTest>
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <vector>
+
+#include <kapplication.h>
+#include <klistcommand.h>
+#include <kmenuwidget.h>
+#include <kpopupwidget.h>
+#include <ktoolbutton.h>
+#include <ktriggercommand.h>
+
+namespace {
+
+constexpr int kRows = 50;
+constexpr int kSubmenus = 5;
+constexpr int kSubRows = 5;
+constexpr int kRounds = 60;
+
+QIcon benchIcon()
+{
+    QPixmap pm(16, 16);
+    pm.fill(Qt::darkCyan);
+    return QIcon(pm);
+}
+
+// Waits until widget has been painted once after show().
+class PaintWatch : public QObject
+{
+public:
+    bool painted = false;
+
+protected:
+    bool eventFilter(QObject*, QEvent* e) override
+    {
+        if (e->type() == QEvent::Paint)
+            painted = true;
+        return false;
+    }
+};
+
+void processUntil(const std::function<bool()>& done)
+{
+    for (int i = 0; i < 1000 && !done(); ++i)
+        QCoreApplication::processEvents();
+}
+
+double median(std::vector<double> v)
+{
+    std::sort(v.begin(), v.end());
+    return v.empty() ? 0.0 : v[v.size() / 2];
+}
+
+} // namespace
+
+class BenchMenu : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanupTestCase();
+    void openFramework();
+    void openQMenu();
+    void browseFramework();
+    void browseQMenu();
+    void summary();
+
+private:
+    // One opening through the list's button; returns the menu, painted once.
+    KMenuWidget* _openFramework();
+    QMenu* _openQMenu();
+    void _browse(QWidget* menu, const std::vector<QPoint>& rows);
+    std::vector<QPoint> _frameworkRows(KMenuWidget* menu) const;
+    std::vector<QPoint> _qmenuRows(QMenu* menu) const;
+
+    QWidget* m_window = nullptr;
+    KListCommand* m_list = nullptr;
+    KToolButton* m_button = nullptr;
+    QPushButton* m_plainButton = nullptr;
+    QMenu* m_qmenu = nullptr;
+};
+
+void BenchMenu::initTestCase()
+{
+    m_window = new QWidget;
+    m_window->resize(600, 400);
+    m_list = new KListCommand(m_window, m_window);
+    m_qmenu = new QMenu(m_window);
+    const QIcon icon = benchIcon();
+    for (int i = 0; i < kRows; ++i) {
+        const QString text = QStringLiteral("Command number %1").arg(i);
+        if (i % (kRows / kSubmenus) == 3) {
+            auto* sub = new KListCommand(m_window, m_list);
+            sub->setText(text);
+            sub->setIcon(icon);
+            QMenu* plainSub = m_qmenu->addMenu(icon, text);
+            for (int j = 0; j < kSubRows; ++j) {
+                auto* cmd = new KTriggerCommand(m_window, sub);
+                cmd->setText(QStringLiteral("Inner %1").arg(j));
+                sub->addSubCommand(cmd);
+                plainSub->addAction(QStringLiteral("Inner %1").arg(j));
+            }
+            m_list->addSubCommand(sub);
+            continue;
+        }
+        auto* cmd = new KTriggerCommand(m_window, m_list);
+        cmd->setText(text);
+        cmd->setIcon(icon);
+        cmd->setShortcutHint(QStringLiteral("Ctrl+Shift+%1").arg(QChar('A' + i % 26)));
+        m_list->addSubCommand(cmd);
+        QAction* action = m_qmenu->addAction(icon, text);
+        action->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+%1").arg(QChar('A' + i % 26))));
+    }
+    m_button = qobject_cast<KToolButton*>(m_list->requestWidget(m_window, KCommand::PocketPurpose));
+    m_button->move(10, 10);
+    m_plainButton = new QPushButton(QStringLiteral("Plain"), m_window);
+    m_plainButton->move(200, 10);
+    connect(m_plainButton, &QPushButton::clicked, this,
+            [this] { m_qmenu->popup(m_plainButton->mapToGlobal(QPoint(0, m_plainButton->height()))); });
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window));
+}
+
+void BenchMenu::cleanupTestCase()
+{
+    delete m_window;
+}
+
+KMenuWidget* BenchMenu::_openFramework()
+{
+    QTest::mouseClick(m_button, Qt::LeftButton, {}, QPoint(3, 3));
+    auto* popup = m_button->findChild<KPopupWidget*>();
+    auto* menu = popup ? qobject_cast<KMenuWidget*>(popup->contentWidget()) : nullptr;
+    if (!menu)
+        return nullptr;
+    PaintWatch watch;
+    menu->installEventFilter(&watch);
+    processUntil([&] { return watch.painted; });
+    menu->removeEventFilter(&watch);
+    return menu;
+}
+
+QMenu* BenchMenu::_openQMenu()
+{
+    QTest::mouseClick(m_plainButton, Qt::LeftButton);
+    PaintWatch watch;
+    m_qmenu->installEventFilter(&watch);
+    processUntil([&] { return watch.painted; });
+    m_qmenu->removeEventFilter(&watch);
+    return m_qmenu;
+}
+
+std::vector<QPoint> BenchMenu::_frameworkRows(KMenuWidget* menu) const
+{
+    std::vector<QPoint> rows;
+    for (int i = 0; i < menu->count(); ++i)
+        rows.push_back(menu->itemAt(i)->geometry().center());
+    return rows;
+}
+
+std::vector<QPoint> BenchMenu::_qmenuRows(QMenu* menu) const
+{
+    std::vector<QPoint> rows;
+    for (QAction* a : menu->actions())
+        rows.push_back(menu->actionGeometry(a).center());
+    return rows;
+}
+
+void BenchMenu::_browse(QWidget* menu, const std::vector<QPoint>& rows)
+{
+    for (const QPoint& p : rows) {
+        QMouseEvent move(QEvent::MouseMove, QPointF(p), QPointF(menu->mapToGlobal(p)), Qt::NoButton, Qt::NoButton,
+                         Qt::NoModifier);
+        QCoreApplication::sendEvent(menu, &move);
+        QCoreApplication::processEvents(); // paints what the move changed
+    }
+}
+
+void BenchMenu::openFramework()
+{
+    QBENCHMARK {
+        KMenuWidget* menu = _openFramework();
+        QVERIFY(menu);
+        menu->window()->close();
+    }
+}
+
+void BenchMenu::openQMenu()
+{
+    QBENCHMARK {
+        _openQMenu()->close();
+    }
+}
+
+void BenchMenu::browseFramework()
+{
+    KMenuWidget* menu = _openFramework();
+    QVERIFY(menu);
+    const std::vector<QPoint> rows = _frameworkRows(menu);
+    QCOMPARE(int(rows.size()), kRows);
+    QBENCHMARK {
+        _browse(menu, rows);
+    }
+    menu->window()->close();
+}
+
+void BenchMenu::browseQMenu()
+{
+    QMenu* menu = _openQMenu();
+    const std::vector<QPoint> rows = _qmenuRows(menu);
+    QBENCHMARK {
+        _browse(menu, rows);
+    }
+    menu->close();
+}
+
+void BenchMenu::summary()
+{
+    std::vector<double> openK, openQ, browseK, browseQ;
+    QElapsedTimer t;
+    // Interleaved rounds, so that both sides see the same machine.
+    for (int round = 0; round < kRounds; ++round) {
+        t.start();
+        KMenuWidget* menu = _openFramework();
+        openK.push_back(t.nsecsElapsed() / 1e6);
+        const std::vector<QPoint> rows = _frameworkRows(menu);
+        t.start();
+        _browse(menu, rows);
+        browseK.push_back(t.nsecsElapsed() / 1e6);
+        menu->window()->close();
+
+        t.start();
+        QMenu* plain = _openQMenu();
+        openQ.push_back(t.nsecsElapsed() / 1e6);
+        const std::vector<QPoint> plainRows = _qmenuRows(plain);
+        t.start();
+        _browse(plain, plainRows);
+        browseQ.push_back(t.nsecsElapsed() / 1e6);
+        plain->close();
+    }
+    const double ok = median(openK), oq = median(openQ), bk = median(browseK), bq = median(browseQ);
+    std::printf("menu open (click to first paint), median of %d: framework %.3f ms, QMenu %.3f ms, ratio %.2f\n",
+                kRounds, ok, oq, oq > 0 ? ok / oq : 0.0);
+    std::printf("menu browse (%d rows, each painted), median of %d: framework %.3f ms, QMenu %.3f ms, ratio %.2f\n",
+                kRows, kRounds, bk, bq, bq > 0 ? bk / bq : 0.0);
+    std::fflush(stdout);
+}
+
+int main(int argc, char** argv)
+{
+    KApplication app(argc, argv);
+    BenchMenu bench;
+    return QTest::qExec(&bench, argc, argv);
+}
+
+#include "bench_menu.moc"
