@@ -3,6 +3,8 @@
 //  (a) open: a click on the list's button to the first paint of the menu, 50 rows with icon,
 //      text and shortcut, 5 of them submenus of 5 rows;
 //  (b) browse: the highlight moved by the mouse over all 50 rows, each move painted.
+//  (c) the first opening, when the popup and its rows are made, against a QMenu made then;
+//  (d) a list of 1,000 rows, which opens scrolling.
 // Each figure is the median of many rounds; the summary prints both and their ratio.
 // Runs on the offscreen platform unless QT_QPA_PLATFORM says otherwise; under callgrind,
 // run one function (e.g. "bench_menu openFramework") and compare instruction counts.
@@ -54,7 +56,7 @@ protected:
 
 void processUntil(const std::function<bool()>& done)
 {
-    for (int i = 0; i < 1000 && !done(); ++i)
+    for (int i = 0; i < 100000 && !done(); ++i)
         QCoreApplication::processEvents();
 }
 
@@ -86,6 +88,7 @@ private:
     void _browse(QWidget* menu, const std::vector<QPoint>& rows);
     std::vector<QPoint> _frameworkRows(KMenuWidget* menu) const;
     std::vector<QPoint> _qmenuRows(QMenu* menu) const;
+    QMenu* _copyOfQMenu() const;
 
     QWidget* m_window = nullptr;
     KListCommand* m_list = nullptr;
@@ -172,6 +175,21 @@ std::vector<QPoint> BenchMenu::_frameworkRows(KMenuWidget* menu) const
     return rows;
 }
 
+QMenu* BenchMenu::_copyOfQMenu() const
+{
+    auto* copy = new QMenu(m_window);
+    for (QAction* a : m_qmenu->actions()) {
+        if (QMenu* sub = a->menu()) {
+            QMenu* subCopy = copy->addMenu(a->icon(), a->text());
+            for (QAction* inner : sub->actions())
+                subCopy->addAction(inner->text());
+            continue;
+        }
+        copy->addAction(a->icon(), a->text())->setShortcut(a->shortcut());
+    }
+    return copy;
+}
+
 std::vector<QPoint> BenchMenu::_qmenuRows(QMenu* menu) const
 {
     std::vector<QPoint> rows;
@@ -252,11 +270,58 @@ void BenchMenu::summary()
         browseQ.push_back(t.nsecsElapsed() / 1e6);
         plain->close();
     }
+    // The first opening: the button makes its popup and menu, against a QMenu made and
+    // filled for the occasion.
+    std::vector<double> coldK, coldQ;
+    for (int round = 0; round < kRounds; ++round) {
+        delete m_button->findChild<KPopupWidget*>();
+        t.start();
+        KMenuWidget* menu = _openFramework();
+        coldK.push_back(t.nsecsElapsed() / 1e6);
+        menu->window()->close();
+
+        QMenu* fresh = _copyOfQMenu();
+        t.start();
+        fresh->popup(m_plainButton->mapToGlobal(QPoint(0, m_plainButton->height())));
+        PaintWatch watch;
+        fresh->installEventFilter(&watch);
+        processUntil([&] { return watch.painted; });
+        coldQ.push_back(t.nsecsElapsed() / 1e6);
+        fresh->close();
+        delete fresh;
+    }
+    const double ck = median(coldK), cq = median(coldQ);
+    std::printf("menu first opening (new popup), median of %d: framework %.3f ms, QMenu %.3f ms, ratio %.2f\n",
+                kRounds, ck, cq, cq > 0 ? ck / cq : 0.0);
+
     const double ok = median(openK), oq = median(openQ), bk = median(browseK), bq = median(browseQ);
     std::printf("menu open (click to first paint), median of %d: framework %.3f ms, QMenu %.3f ms, ratio %.2f\n",
                 kRounds, ok, oq, oq > 0 ? ok / oq : 0.0);
     std::printf("menu browse (%d rows, each painted), median of %d: framework %.3f ms, QMenu %.3f ms, ratio %.2f\n",
                 kRows, kRounds, bk, bq, bq > 0 ? bk / bq : 0.0);
+
+    // A long list: 1,000 rows open (scrolling, since they cannot fit) without a stall.
+    KListCommand big(m_window, m_window);
+    for (int i = 0; i < 1000; ++i) {
+        auto* cmd = new KTriggerCommand(m_window, &big);
+        cmd->setText(QStringLiteral("Row %1").arg(i));
+        big.addSubCommand(cmd);
+    }
+    std::vector<double> openBig;
+    for (int round = 0; round < 5; ++round) {
+        t.start();
+        auto* popup = new KPopupWidget(m_window, Qt::Popup);
+        popup->setAttribute(Qt::WA_DeleteOnClose);
+        auto* menu = qobject_cast<KMenuWidget*>(big.requestWidget(popup, KCommand::ExtendedPurpose));
+        popup->setContentWidget(menu);
+        popup->show(m_button, KPopupWidget::getWidgetGlobalBottomLeftPos(m_button));
+        PaintWatch watch;
+        menu->installEventFilter(&watch);
+        processUntil([&] { return watch.painted; });
+        openBig.push_back(t.nsecsElapsed() / 1e6);
+        popup->close();
+    }
+    std::printf("menu of 1000 rows (scrolls), open to first paint, median of 5: %.3f ms\n", median(openBig));
     std::fflush(stdout);
 }
 

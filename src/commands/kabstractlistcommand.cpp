@@ -77,16 +77,22 @@ QWidget* KAbstractListCommand::createPocketWidget(QWidget* parent)
     QObject::connect(button, &KToolButton::LButtonClicked, button, [this, button] {
         if (!m_popupEnabled || count() == 0)
             return; // a list with no items opens nothing
-        // A fresh menu at each opening, so that it shows the list as it is now.
-        auto* popup = new KPopupWidget(button, Qt::Popup);
-        popup->setAttribute(Qt::WA_DeleteOnClose);
-        popup->setContentWidget(requestWidget(popup, KCommand::ExtendedPurpose));
+        // One popup per button, kept between openings: its menu follows the list's changes
+        // while hidden, so an opening only places and paints it.
+        auto* popup = button->findChild<KPopupWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        if (!popup) {
+            popup = new KPopupWidget(button, Qt::Popup);
+            popup->setContentWidget(requestWidget(popup, KCommand::ExtendedPurpose));
+            const QPointer<KToolButton> guard(button);
+            QObject::connect(popup, &KPopupWidget::aboutToHide, button, [guard] {
+                if (guard)
+                    guard->setDown(false);
+            });
+        }
+        if (auto* menu = qobject_cast<KMenuWidget*>(popup->contentWidget()))
+            menu->clearStatus();
+        popup->clearSizeAttitude(); // the list may have grown or shrunk since
         button->setDown(true);
-        const QPointer<KToolButton> guard(button);
-        QObject::connect(popup, &KPopupWidget::aboutToHide, button, [guard] {
-            if (guard)
-                guard->setDown(false);
-        });
         popup->show(button, KPopupWidget::getWidgetGlobalBottomLeftPos(button));
     });
     return button;
