@@ -16,6 +16,7 @@
 #include <kcommand.h>
 #include <kcommands.h>
 
+#include "writerdocumentsetup.h"
 #include "writerpanels.h"
 
 namespace {
@@ -55,8 +56,9 @@ void WriterWindow::bindCommands()
     on("FileOpen", [this] { _onOpen(); });
     on("FileSave", [this] { _onSave(); });
     on("FileSaveAs", [this] { _onSaveAs(); });
-    on("EditUndo", [this] { m_editor->undo(); });
-    on("EditRedo", [this] { m_editor->redo(); });
+    // A protected document (read-only) keeps its history as it is.
+    on("EditUndo", [this] { if (!m_editor->isReadOnly()) m_editor->undo(); });
+    on("EditRedo", [this] { if (!m_editor->isReadOnly()) m_editor->redo(); });
     on("EditCut", [this] { m_editor->cut(); });
     on("EditCopy", [this] { m_editor->copy(); });
     on("EditPaste", [this] { m_editor->paste(); });
@@ -91,6 +93,7 @@ void WriterWindow::bindCommands()
         });
     }
     connect(this, &WriterWindow::documentChanged, this, &WriterWindow::_rememberFile);
+    m_documentSetup = new WriterDocumentSetup(this);
 
     // The format toggles show the format at the cursor.
     connect(m_editor, &QTextEdit::currentCharFormatChanged, this, &WriterWindow::_updateFormatChecks);

@@ -6,6 +6,7 @@
 
 class QTextEdit;
 class KCommand;
+class WriterDocumentSetup;
 
 /**
  * The main window of Norvik Writer, a small text editor. Everything it shows besides the
@@ -22,6 +23,8 @@ public:
     void bindCommands();
 
     QTextEdit* editor() const { return m_editor; }
+    /// Page setup, protection and auto-save of the document; made by bindCommands().
+    WriterDocumentSetup* documentSetup() const { return m_documentSetup; }
     QString filePath() const { return m_path; }
 
     /// Opens a text file (".html" and ".htm" as rich text, anything else as plain text).
@@ -49,6 +52,7 @@ private:
 
     QTextEdit* m_editor;
     QString m_path;
+    WriterDocumentSetup* m_documentSetup = nullptr;
 };
 
 #endif // WRITERWINDOW_H

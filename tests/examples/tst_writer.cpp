@@ -66,7 +66,8 @@ void tst_Writer::descriptionBuildsTheWindow()
     KToolBar* file = w->findToolBar(cmd("FileBar"));
     QVERIFY(file);
     QCOMPARE(KTestSupport::actionIds(file),
-             QStringList({"FileNew", "FileOpen", "FileSave", "FileSaveAs", "", "RecentFiles"}));
+             QStringList({"FileNew", "FileOpen", "FileSave", "FileSaveAs", "", "RecentFiles", "",
+                          "FilePageSetup", "FileProtect"}));
     QDockWidget* outline = w->findDockWidget("OutlinePanel");
     QVERIFY(outline && w->findDockWidget("PropertiesPanel"));
     QCOMPARE(w->dockWidgetArea(outline), Qt::LeftDockWidgetArea);
