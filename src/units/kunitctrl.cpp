@@ -2,6 +2,8 @@
 
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QMouseEvent>
+#include <QPointer>
 #include <QSignalBlocker>
 #include <cmath>
 
@@ -77,6 +79,22 @@ protected:
 private:
     KUnitCtrl* m_ctrl;
 };
+
+KFSPopupWidget::KFSPopupWidget(QWidget* parent)
+    : KPopupWidget(parent, Qt::Popup)
+{
+    popupLayout()->setContentsMargins(0, 0, 0, 0);
+}
+
+void KFSPopupWidget::mousePressEvent(QMouseEvent* e)
+{
+    if (!frameGeometry().contains(e->globalPosition().toPoint())) {
+        setAttribute(Qt::WA_NoMouseReplay); // the press that closes does not reach the label again
+        close();
+        return;
+    }
+    KPopupWidget::mousePressEvent(e);
+}
 
 KUnitCtrl::KUnitCtrl(QWidget* parent)
     : QWidget(parent)
@@ -416,13 +434,21 @@ void KUnitCtrl::onLabelLeftClicked()
 {
     if (!m_unitLabel->canPopup())
         return;
-    // TODO: unfinished. The list of units pops up here: a KFSPopupWidget (a KPopupWidget with
-    // margin 0 that closes on a press outside it) holding a KUnitListView filled by
-    // copyView(m_listView), its activated() and pressed() connected to onViewItemSelected(),
-    // closePopup() and its aboutToClose() to the popup's close(); placed below the label and
-    // run by exec(), then closed if still visible. It waits for the framework's popup widget
-    // (KPopupWidget), which doesn't exist yet. Until then a click on the label does nothing;
-    // the unit can be typed behind the number, or set by setCurrentUnitName().
+    KFSPopupWidget popup(this);
+    auto* view = new KUnitListView;
+    view->copyView(m_listView);
+    connect(view, &QAbstractItemView::activated, this, &KUnitCtrl::onViewItemSelected);
+    connect(view, &QAbstractItemView::pressed, this, &KUnitCtrl::onViewItemSelected);
+    connect(this, &KUnitCtrl::closePopup, &popup, &QWidget::close);
+    connect(view, &KUnitListView::aboutToClose, &popup, &QWidget::close);
+    popup.setContentWidget(view);
+    const QPointer<KUnitCtrl> self(this);
+    popup.exec(KPopupWidget::getWidgetGlobalBottomLeftPos(m_unitLabel), false, 0);
+    if (!self)
+        return; // the control went away while its list was open
+    if (popup.isVisible())
+        popup.close();
+    update();
 }
 
 void KUnitCtrl::onViewItemSelected(const QModelIndex& idx)

@@ -5,12 +5,27 @@
 #include <QStringList>
 #include <QWidget>
 
+#include <kpopupwidget.h>
 #include <norvikofficeui_export.h>
 
 class KDoubleSpinBox;
 class KUnitDefine;
 class KUnitLabel;
 class KUnitListView;
+
+/**
+ * The popup of a unit control's list of units: no margin around the list, and a press
+ * outside it only closes it.
+ */
+class NORVIKOFFICEUI_EXPORT KFSPopupWidget : public KPopupWidget
+{
+    Q_OBJECT
+public:
+    explicit KFSPopupWidget(QWidget* parent);
+
+protected:
+    void mousePressEvent(QMouseEvent* e) override;
+};
 
 /**
  * A measure field: a spin box with a number and, beside it, the unit. The units on offer,

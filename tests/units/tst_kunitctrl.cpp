@@ -520,20 +520,57 @@ void tst_KUnitCtrl::listChoiceAndLabel()
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     QVERIFY(!view->isVisible()); // the master list is never shown itself
 
-    // A row chosen in the list (as the popup will hand it over) becomes the unit.
+    // A click on the label pops the list of units up below it; a row pressed there becomes
+    // the unit, and the list closes.
     QSignalSpy closes(&ctrl, &KUnitCtrl::closePopup);
     QSignalSpy changes(&ctrl, &KUnitCtrl::valueChanged);
-    ctrl.onViewItemSelected(view->model()->index(1, 0)); // "inch"
+    QPoint popupAt;
+    QStringList rows;
+    QTimer::singleShot(0, &ctrl, [&] {
+        auto* popup = qobject_cast<KFSPopupWidget*>(QApplication::activePopupWidget());
+        QVERIFY(popup);
+        popupAt = popup->geometry().topLeft();
+        auto* list = qobject_cast<KUnitListView*>(popup->contentWidget());
+        QVERIFY(list);
+        for (int i = 0; i < list->count(); ++i)
+            rows << list->item(i)->text();
+        const QRect inch = list->visualItemRect(list->item(1));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, inch.center());
+    });
+    QTest::mouseClick(label, Qt::LeftButton);
+    QVERIFY(!QApplication::activePopupWidget());
+    QCOMPARE(popupAt, label->mapToGlobal(QPoint(0, label->height())));
+    QCOMPARE(rows.size(), view->count());
     QCOMPARE(ctrl.currentUnitName(), QString("in"));
     QCOMPARE(label->text(), QString("inch"));
     QCOMPARE(closes.count(), 1);
     QCOMPARE(changes.count(), 1);
     QCOMPARE(ctrl.cleanText(), QString("1"));
 
-    // The label: clicks and keys, and an arrow only when there is a choice.
-    QSignalSpy clicks(label, &KUnitLabel::clicked);
+    // A press outside the list closes it and changes nothing.
+    QTimer::singleShot(0, &ctrl, [] {
+        QWidget* popup = QApplication::activePopupWidget();
+        QVERIFY(popup);
+        QTest::mousePress(popup, Qt::LeftButton, {}, QPoint(-20, -20));
+    });
     QTest::mouseClick(label, Qt::LeftButton);
+    QVERIFY(!QApplication::activePopupWidget());
+    QCOMPARE(ctrl.currentUnitName(), QString("in"));
+
+    // The label: clicks and keys (each opens the list, closed again here), and an arrow only
+    // when there is a choice.
+    QSignalSpy clicks(label, &KUnitLabel::clicked);
+    auto closeList = [&ctrl] {
+        QTimer::singleShot(0, &ctrl, [] {
+            if (QWidget* popup = QApplication::activePopupWidget())
+                popup->close();
+        });
+    };
+    closeList();
+    QTest::mouseClick(label, Qt::LeftButton);
+    closeList();
     QTest::keyClick(label, Qt::Key_Space);
+    closeList();
     QTest::keyClick(label, Qt::Key_Down);
     QTest::keyClick(label, Qt::Key_A);
     QCOMPARE(clicks.count(), 3);
