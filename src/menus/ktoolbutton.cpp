@@ -17,9 +17,7 @@
 
 namespace {
 
-// The style hint that names the generation of the style; the flat one (2013) has square
-// buttons.
-constexpr int kStyleGenerationHint = 4;
+// The flat generation of the look has square buttons.
 constexpr int kFlatGeneration = 2013;
 // A screen at most this wide (right - left) has no room for captions beside icons.
 constexpr int kNarrowScreenRight = 1278;
@@ -30,7 +28,7 @@ constexpr int kTipDelayMs = 300;
 KToolButton::KToolButton(QWidget* parent)
     : QWidget(parent)
 {
-    if (style()->styleHint(KORBStyle::customHint(kStyleGenerationHint), nullptr, this) == kFlatGeneration)
+    if (style()->styleHint(KORBStyle::KSH_StyleGeneration, nullptr, this) == kFlatGeneration)
         m_roundCorner = 0;
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::NoFocus);

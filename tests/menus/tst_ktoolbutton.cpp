@@ -142,21 +142,23 @@ void tst_KToolButton::captionAndStyleWord()
 {
     KTriggerCommand cmd(this, nullptr);
     cmd.setText("Save & Close & Exit");
+    const int iconText = KToolButton::StyleIcon | KToolButton::StyleText;
+    const int iconArrow = KToolButton::StyleIcon | KToolButton::StyleArrow;
     KToolButton button;
-    button.setButtonStyle(3);
+    button.setButtonStyle(iconText);
     button.setDefaultCommand(&cmd);
     // Only the first ampersand is doubled.
     QCOMPARE(button.text(), QString("Save && Close & Exit"));
     // A command without a style of its own leaves the button's; one with a style gives it.
-    QCOMPARE(button.buttonStyle(), 3);
-    cmd.setButtonStyle(5);
-    QCOMPARE(button.buttonStyle(), 5);
+    QCOMPARE(button.buttonStyle(), iconText);
+    cmd.setButtonStyle(iconArrow);
+    QCOMPARE(button.buttonStyle(), iconArrow);
     // A new style word sets the caption again, now without the doubling.
     QCOMPARE(button.text(), QString("Save & Close & Exit"));
     cmd.setText("Open");
     cmd.setProperty("hotKey", "O");
     cmd.setDialogHint(true);
-    button.setButtonStyle(5 | KToolButton::StyleHotKey);
+    button.setButtonStyle(iconArrow | KToolButton::StyleHotKey);
     QCOMPARE(button.text(), cmd.getDrawText());
 }
 
@@ -243,21 +245,22 @@ void tst_KToolButton::sizesAndAutoHide()
     button.setIcon(redIcon());
     button.setText("A long caption");
     const QSize iconOnly = button.sizeHint();
-    button.setButtonStyle(3);
+    const int iconText = KToolButton::StyleIcon | KToolButton::StyleText;
+    button.setButtonStyle(iconText);
     const QSize beside = button.sizeHint();
     QVERIFY(beside.width() > iconOnly.width() + 40);
-    button.setButtonStyle(3 | KToolButton::StyleArrow);
+    button.setButtonStyle(iconText | KToolButton::StyleArrow);
     QVERIFY(button.sizeHint().width() > beside.width());
 
     // The offscreen screen is narrower than 1279 pixels: the caption goes at the next paint,
     // and the size drops with it; without the text bit the flag is never touched.
-    button.setButtonStyle(2 | KToolButton::StyleAutoHideText | KToolButton::StyleIcon);
+    button.setButtonStyle(iconText | KToolButton::StyleAutoHideText);
     QVERIFY(button.screen()->geometry().width() < 1279);
     const QSize withText = button.sizeHint();
     KToolButton plain;
     plain.setIcon(redIcon());
     plain.setText("Caption");
-    plain.setButtonStyle(1 | KToolButton::StyleAutoHideText);
+    plain.setButtonStyle(KToolButton::StyleIcon | KToolButton::StyleAutoHideText);
     for (KToolButton* b : {&button, &plain}) {
         b->show();
         QVERIFY(QTest::qWaitForWindowExposed(b));
