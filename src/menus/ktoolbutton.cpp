@@ -165,7 +165,12 @@ void KToolButton::setIcon(const QIcon& icon)
 {
     if (m_icon.cacheKey() == icon.cacheKey())
         return;
+    // The icon part takes iconSize() whichever icon it shows: only gaining or losing one
+    // changes the size.
+    const bool sizeChanges = m_icon.isNull() != icon.isNull();
     m_icon = icon;
+    if (sizeChanges)
+        updateGeometry();
     update();
 }
 

@@ -1,5 +1,6 @@
 #include <ktestsupport.h>
 
+#include <QHBoxLayout>
 #include <QMouseEvent>
 #include <QSignalSpy>
 #include <QStyleFactory>
@@ -86,6 +87,7 @@ private Q_SLOTS:
     void clicks();
     void pressedLook();
     void sizesAndAutoHide();
+    void gainingAnIconRelaysOut();
     void hoverUnderPopup();
     void painting();
 };
@@ -269,6 +271,27 @@ void tst_KToolButton::sizesAndAutoHide()
     QVERIFY(!button.needDrawText());
     QVERIFY(button.sizeHint().width() < withText.width());
     QVERIFY(!plain.isTextAutoHidden());
+}
+
+void tst_KToolButton::gainingAnIconRelaysOut()
+{
+    // A text button in a host's box layout: the layout gives it the room of its new size.
+    QWidget window;
+    auto* layout = new QHBoxLayout(&window);
+    auto* button = new KToolButton;
+    button->setButtonStyle(KToolButton::StyleIcon | KToolButton::StyleText);
+    button->setText("Caption");
+    layout->addWidget(button);
+    layout->addStretch();
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const int textOnly = button->width();
+
+    button->setIcon(redIcon());
+    QTRY_COMPARE(button->width(), button->sizeHint().width());
+    QVERIFY(button->width() > textOnly);
+    button->setIcon(QIcon());
+    QTRY_COMPARE(button->width(), textOnly);
 }
 
 void tst_KToolButton::hoverUnderPopup()
