@@ -19,7 +19,9 @@ class QTimer;
  * buttons all derive from it. It is a plain widget that keeps its own checked, down and
  * pressed flags, lets the style measure and draw it (custom contents type and complex
  * control of KORBStyle), and takes all its content from a KCommand once one is bound with
- * setDefaultCommand(). Without a command it works as a plain widget.
+ * setDefaultCommand(). Without a command it works as a plain widget. Under a style that is
+ * not the framework's (see KORBStyle::isFrameworkStyle) it measures and draws itself as the
+ * stock tool button.
  *
  * The button style is a flag word that reaches the style unchanged: see ButtonStyleFlag.
  * A press and a release on the button send the dismiss event (KEvent::Dismiss) up the
@@ -139,6 +141,8 @@ protected:
 
 private:
     QString _captionFromCommand(bool doubleFirstAmpersand) const;
+    /// The size of the stock tool button for option, under a style that is not the framework's.
+    QSize _stockSizeHint(const QStyleOptionToolButton& option) const;
 
     QPointer<KCommand> m_command;
     int m_buttonStyle = StyleIcon;

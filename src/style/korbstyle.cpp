@@ -34,7 +34,27 @@ QColor themeOr(const char* className, const char* item, const QColor& fallback)
     return c.isValid() ? c : fallback;
 }
 
+// The framework's own complex controls. The wrapped style cannot handle their numbers (a
+// stock style prints "not handled" for them), so none of them is handed on as it is.
+bool isFrameworkControl(QStyle::ComplexControl control)
+{
+    return uint(control) > uint(QStyle::CC_CustomBase) && uint(control) <= uint(KORBStyle::KCC_Slider);
+}
+
 } // namespace
+
+bool KORBStyle::isFrameworkStyle(const QStyle* style)
+{
+    // A host may wrap the framework's style in a proxy of its own: the custom elements still
+    // reach it through the chain.
+    while (style) {
+        if (qobject_cast<const KORBStyle*>(style))
+            return true;
+        auto* proxy = qobject_cast<const QProxyStyle*>(style);
+        style = proxy ? proxy->baseStyle() : nullptr;
+    }
+    return false;
+}
 
 KORBStyle::KORBStyle(QStyle* style)
     : QProxyStyle(style)
@@ -160,14 +180,14 @@ void KORBStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         KORB_DISPATCH(KCC_MainWindow, KStyleOptionMainWindow, drawComplexControl_KMainWindow)
         KORB_DISPATCH(KCC_RbTabFileButton, KStyleOptionRbTabFileButton, drawComplexControl_KRbTabFileButton)
     case uint(KCC_Slider):
-        if (auto* o = qstyleoption_cast<const QStyleOptionSlider*>(option))
+        // The slider is the one custom control that the wrapped style also sees: the slider
+        // widgets rely on its painting of the stock parts. It gets them as the stock slider,
+        // the one number of the two that it can draw.
+        if (auto* o = qstyleoption_cast<const QStyleOptionSlider*>(option)) {
             drawComplexControl_KSlider(o, painter, widget);
-        // The slider is the one custom control that the wrapped style also sees: the
-        // slider widgets rely on its painting of the stock parts behind their own. Without an
-        // option there is nothing to hand on (the stock styles would dereference it).
-        if (!option)
-            return;
-        break;
+            QProxyStyle::drawComplexControl(CC_Slider, o, painter, widget);
+        }
+        return;
     default:
         break;
     }
@@ -187,6 +207,12 @@ QStyle::SubControl KORBStyle::hitTestComplexControl(ComplexControl control, cons
         auto* o = qstyleoption_cast<const KStyleOptionRbTabFileButton*>(option);
         return o ? hitTestComplexControl_KRbTabFileButton(control, o, pos, widget) : SC_None;
     }
+    if (control == KCC_Slider) {
+        auto* o = qstyleoption_cast<const QStyleOptionSlider*>(option);
+        return o ? QProxyStyle::hitTestComplexControl(CC_Slider, o, pos, widget) : SC_None;
+    }
+    if (isFrameworkControl(control))
+        return SC_None; // no parts to hit in the plain frame
     return QProxyStyle::hitTestComplexControl(control, option, pos, widget);
 }
 
@@ -197,6 +223,12 @@ QRect KORBStyle::subControlRect(ComplexControl control, const QStyleOptionComple
         auto* o = qstyleoption_cast<const KStyleOptionToolButton*>(option);
         return o ? subControlRect_ToolButton(control, o, subControl, widget) : QRect();
     }
+    if (control == KCC_Slider) {
+        auto* o = qstyleoption_cast<const QStyleOptionSlider*>(option);
+        return o ? QProxyStyle::subControlRect(CC_Slider, o, subControl, widget) : QRect();
+    }
+    if (isFrameworkControl(control))
+        return QRect(); // no parts in the plain frame
     return QProxyStyle::subControlRect(control, option, subControl, widget);
 }
 

@@ -13,7 +13,8 @@
  *
  * Widgets call only the stock QStyle entry points with the numbers below. A custom number
  * with an option of the wrong type draws nothing (the cast fails and the call returns).
- * Every other number goes on to the wrapped style.
+ * Every other number goes on to the wrapped style. The wrapped style never sees the
+ * framework's own numbers, which it could not handle: the slider reaches it as CC_Slider.
  */
 class NORVIKOFFICEUI_EXPORT KORBStyle : public QProxyStyle
 {
@@ -115,6 +116,13 @@ public:
                            const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option = nullptr, const QWidget* widget = nullptr,
                   QStyleHintReturn* returnData = nullptr) const override;
+
+    /**
+     * Whether style draws the framework's custom elements: a KORBStyle, or a chain of
+     * QProxyStyle that ends in one. Any other style (a host's own, or a stock one) knows only
+     * the stock elements, and the framework's widgets draw their stock counterparts with it.
+     */
+    static bool isFrameworkStyle(const QStyle* style);
 
     /// "base" here; "rainbow" in KORBStyle_2012, "2013" in KORBStyle_2013.
     Q_INVOKABLE virtual QString styleName() const;

@@ -2,8 +2,10 @@
 
 #include <QHBoxLayout>
 #include <QMouseEvent>
+#include <QProxyStyle>
 #include <QSignalSpy>
 #include <QStyleFactory>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <kappidlesvr.h>
@@ -90,6 +92,8 @@ private Q_SLOTS:
     void gainingAnIconRelaysOut();
     void hoverUnderPopup();
     void painting();
+    void hostStyles_data();
+    void hostStyles();
 };
 
 void tst_KToolButton::initTestCase()
@@ -367,6 +371,96 @@ void tst_KToolButton::painting()
     colour.resize(40, 30);
     colour.colorChange(QColor(0, 200, 0));
     QVERIFY(KTestSupport::anyPixel(colour.grab().toImage(), [](const QColor& c) { return c == QColor(0, 200, 0); }));
+}
+
+namespace {
+
+// A host's own styles, which know nothing of the framework: one on top of a stock style, one
+// built on the common style itself.
+class HostProxyStyle : public QProxyStyle
+{
+public:
+    using QProxyStyle::QProxyStyle;
+};
+class HostCommonStyle : public QCommonStyle
+{
+};
+
+// The framework's style, counting the tool buttons it draws.
+class CountingStyle : public KORBStyle
+{
+public:
+    CountingStyle() : KORBStyle(QStyleFactory::create("Fusion")) {}
+    mutable int toolButtons = 0;
+    void drawComplexControl_ToolButton(const KStyleOptionToolButton*, QPainter*, const QWidget*) const override
+    {
+        ++toolButtons;
+    }
+};
+
+} // namespace
+
+void tst_KToolButton::hostStyles_data()
+{
+    QTest::addColumn<QString>("host"); // the host's style class
+    QTest::addColumn<int>("buttonStyle");
+    QTest::addColumn<bool>("icon");
+    const int iconText = KToolButton::StyleIcon | KToolButton::StyleText;
+    QTest::newRow("proxy, text beside icon") << "proxy" << iconText << true;
+    QTest::newRow("proxy, text under icon") << "proxy" << (iconText | KToolButton::StyleTextUnderIcon) << true;
+    QTest::newRow("proxy, split") << "proxy" << (iconText | KToolButton::StyleArrow) << true;
+    QTest::newRow("proxy, text only") << "proxy" << iconText << false;
+    QTest::newRow("common, icon only") << "common" << int(KToolButton::StyleIcon) << true;
+}
+
+void tst_KToolButton::hostStyles()
+{
+    // A host sets a style of its own on the button: it looks and measures as the stock tool
+    // button of that style, and the style warns of nothing it cannot draw.
+    QFETCH(QString, host);
+    QFETCH(int, buttonStyle);
+    QFETCH(bool, icon);
+    std::unique_ptr<QStyle> style;
+    if (host == QLatin1String("proxy"))
+        style.reset(new HostProxyStyle(QStyleFactory::create("Fusion")));
+    else
+        style.reset(new HostCommonStyle);
+
+    KWarningCatcher warnings;
+    KToolButton button;
+    button.setStyle(style.get());
+    button.setButtonStyle(buttonStyle);
+    button.setText("Save");
+    if (icon)
+        button.setIcon(redIcon());
+    QToolButton stock;
+    stock.setStyle(style.get());
+    stock.setAutoRaise(true);
+    stock.setText("Save");
+    stock.setIcon(button.icon());
+    stock.setIconSize(button.iconSize());
+    if (buttonStyle & KToolButton::StyleArrow)
+        stock.setPopupMode(QToolButton::MenuButtonPopup);
+    stock.setToolButtonStyle(!(buttonStyle & KToolButton::StyleText) ? Qt::ToolButtonIconOnly
+                             : (buttonStyle & KToolButton::StyleTextUnderIcon) ? Qt::ToolButtonTextUnderIcon
+                                                                               : Qt::ToolButtonTextBesideIcon);
+
+    QCOMPARE(button.sizeHint(), stock.sizeHint());
+    button.resize(button.sizeHint());
+    stock.resize(button.size());
+    const QImage drawn = button.grab().toImage();
+    QCOMPARE(drawn, stock.grab().toImage());
+    const QColor background = drawn.pixelColor(0, 0);
+    QVERIFY(KTestSupport::anyPixel(drawn, [&](const QColor& c) { return c != background; }));
+    QCOMPARE(warnings.messages(), QStringList());
+
+    // The framework's style under a host's proxy is still the framework's style.
+    auto* framework = new CountingStyle;
+    HostProxyStyle wrapped(framework);
+    button.setStyle(&wrapped);
+    button.grab();
+    QCOMPARE(framework->toolButtons, 1);
+    button.setStyle(nullptr);
 }
 
 NORVIK_TEST_MAIN(tst_KToolButton)

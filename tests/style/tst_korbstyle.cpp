@@ -97,6 +97,7 @@ private Q_SLOTS:
     void dispatch_data();
     void dispatch();
     void wrongOptionDrawsNothing();
+    void wrappedStyleSeesOnlyStockNumbers();
     void fallbacksPaint();
     void metricsAndHints_data();
     void metricsAndHints();
@@ -178,6 +179,45 @@ void tst_KORBStyle::wrongOptionDrawsNothing()
         QVERIFY2(image == blank(), qPrintable(QString::number(n - uint(QStyle::CE_CustomBase))));
     }
     QCOMPARE(g_calls, QStringList());
+}
+
+void tst_KORBStyle::wrappedStyleSeesOnlyStockNumbers()
+{
+    // The wrapped style cannot handle the framework's numbers: the slider reaches it as the
+    // stock slider, and the other controls' hit tests and parts stay in the frame, silently.
+    KWarningCatcher warnings;
+    KORBStyle style(QStyleFactory::create("Fusion"));
+    std::unique_ptr<QStyle> fusion(QStyleFactory::create("Fusion"));
+    QStyleOptionSlider slider;
+    slider.rect = QRect(0, 0, 60, 30);
+    slider.state = QStyle::State_Enabled | QStyle::State_Horizontal;
+    slider.orientation = Qt::Horizontal;
+    slider.maximum = 10;
+    slider.sliderPosition = slider.sliderValue = 5;
+    slider.subControls = QStyle::SC_SliderGroove | QStyle::SC_SliderHandle;
+    const QImage stock = KTestSupport::paint(QSize(60, 30), [&](QPainter& p) {
+        fusion->drawComplexControl(QStyle::CC_Slider, &slider, &p);
+    });
+    const QImage framework = KTestSupport::paint(QSize(60, 30), [&](QPainter& p) {
+        style.drawComplexControl(KORBStyle::KCC_Slider, &slider, &p);
+    });
+    QCOMPARE(framework, stock);
+    QVERIFY(stock != blank());
+    const QRect handle = fusion->subControlRect(QStyle::CC_Slider, &slider, QStyle::SC_SliderHandle);
+    QCOMPARE(style.subControlRect(KORBStyle::KCC_Slider, &slider, QStyle::SC_SliderHandle, nullptr), handle);
+    QCOMPARE(style.hitTestComplexControl(KORBStyle::KCC_Slider, &slider, handle.center()), QStyle::SC_SliderHandle);
+
+    QStyleOptionComplex plain;
+    plain.rect = slider.rect;
+    for (uint n = uint(KORBStyle::KCC_RbTabBar); n < uint(KORBStyle::KCC_Slider); ++n) {
+        const auto cc = QStyle::ComplexControl(n);
+        if (cc == KORBStyle::KCC_ToolButton) // the one control whose parts the frame knows
+            continue;
+        QCOMPARE(style.subControlRect(cc, &plain, QStyle::SC_ComboBoxArrow, nullptr), QRect());
+        if (cc != KORBStyle::KCC_DocTab && cc != KORBStyle::KCC_RbTabFileButton)
+            QCOMPARE(style.hitTestComplexControl(cc, &plain, QPoint(5, 5)), QStyle::SC_None);
+    }
+    QCOMPARE(warnings.messages(), QStringList());
 }
 
 void tst_KORBStyle::fallbacksPaint()
