@@ -28,6 +28,7 @@ private Q_SLOTS:
     void initTestCase();
     void descriptionBuildsTheWindow();
     void commandsReachTheHost();
+    void changedDocumentIsMarked();
     void formatTogglesFollowTheCursor();
     void richTextRoundTrip();
     void themeColoursRetintAndPersist();
@@ -97,6 +98,25 @@ void tst_Writer::commandsReachTheHost()
     QVERIFY(editor()->toPlainText().isEmpty());
     cmd("EditPaste")->trigger();
     QCOMPARE(editor()->toPlainText(), QString("hello"));
+}
+
+void tst_Writer::changedDocumentIsMarked()
+{
+    // The title carries Qt's placeholder for the mark, and the window says whether it is due.
+    WriterWindow* w = m_window.data();
+    QTemporaryDir dir;
+    const QString path = KTestSupport::writeFile(dir.filePath("letter.txt"), "Dear reader\n");
+    QVERIFY(w->openFile(path));
+    QCOMPARE(w->windowTitle(), QString("letter.txt[*] - Norvik Writer"));
+    QVERIFY(!w->isWindowModified());
+    QTest::keyClicks(editor(), "x");
+    QVERIFY(w->isWindowModified());
+    QVERIFY(w->saveFile(path));
+    QVERIFY(!w->isWindowModified());
+    QTest::keyClicks(editor(), "y");
+    cmd("FileNew")->trigger();
+    QVERIFY(!w->isWindowModified());
+    QCOMPARE(w->windowTitle(), QString("Untitled[*] - Norvik Writer"));
 }
 
 void tst_Writer::formatTogglesFollowTheCursor()
