@@ -288,6 +288,9 @@ void tst_KCommands::delayLoading()
   <KListCommand id="menuB"><KTriggerCommand id="b1"/></KListCommand>
 </subcommands>
 </ui>)");
+    // Each file read for a list is noted, the missing one too.
+    QTest::ignoreMessage(QtDebugMsg, qPrintable("delay-load ui file:  " + fileName));
+    QTest::ignoreMessage(QtDebugMsg, qPrintable("delay-load ui file:  missing_" + fileName));
     KCommands commands(this, nullptr, nullptr);
     QVERIFY(parse(commands, QString(R"(
 <KListCommand id="menuA" delayloadPath="%1"/>
@@ -322,6 +325,7 @@ void tst_KCommands::resetXML()
 {
     const QString fileName = writeRes("reset", "<ui><subcommands><KListCommand id=\"m\"><KTriggerCommand/>"
                                                "</KListCommand></subcommands></ui>");
+    QTest::ignoreMessage(QtDebugMsg, qPrintable("delay-load ui file:  " + fileName));
     KCommands commands(this, nullptr, nullptr);
     const QByteArray body = QString("<KListCommand id=\"m\" delayloadPath=\"%1\"/>\n"
                                     "<KListCommand id=\"n\"><KTriggerCommand id=\"s\"/></KListCommand>\n")
