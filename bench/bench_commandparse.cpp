@@ -145,8 +145,10 @@ void bench_CommandParse::initTestCase()
     m_commandCount = parseOnce(false);
     QDomDocument a, b;
     QFile fa(m_mainPath), fb(m_delayPath);
-    QVERIFY(fa.open(QIODevice::ReadOnly) && fb.open(QIODevice::ReadOnly));
-    QVERIFY(a.setContent(&fa) && b.setContent(&fb));
+    QVERIFY(fa.open(QIODevice::ReadOnly));
+    QVERIFY(fb.open(QIODevice::ReadOnly));
+    QVERIFY(a.setContent(&fa));
+    QVERIFY(b.setContent(&fb));
     m_elementCount = countElements(a.documentElement()) + countElements(b.documentElement());
     qInfo("%d command objects from %d elements", m_commandCount, m_elementCount);
     QVERIFY(m_commandCount >= 5000);

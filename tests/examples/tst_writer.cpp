@@ -65,7 +65,8 @@ void tst_Writer::descriptionBuildsTheWindow()
     QCOMPARE(KTestSupport::actionIds(file),
              QStringList({"FileNew", "FileOpen", "FileSave", "FileSaveAs", "", "RecentFiles"}));
     QDockWidget* outline = w->findDockWidget("OutlinePanel");
-    QVERIFY(outline && w->findDockWidget("PropertiesPanel"));
+    QVERIFY(outline);
+    QVERIFY(w->findDockWidget("PropertiesPanel"));
     QCOMPARE(w->dockWidgetArea(outline), Qt::LeftDockWidgetArea);
     QVERIFY(qobject_cast<WriterOutlineView*>(outline->widget()));
 }
@@ -88,8 +89,10 @@ void tst_Writer::commandsReachTheHost()
 
     // The edit commands follow the document and act on it.
     cmd("FileNew")->trigger();
-    QVERIFY(editor()->toPlainText().isEmpty() && w->filePath().isEmpty());
-    QVERIFY(!cmd("EditUndo")->isEnabled() && !cmd("EditCopy")->isEnabled());
+    QVERIFY(editor()->toPlainText().isEmpty());
+    QVERIFY(w->filePath().isEmpty());
+    QVERIFY(!cmd("EditUndo")->isEnabled());
+    QVERIFY(!cmd("EditCopy")->isEnabled());
     QTest::keyClicks(editor(), "hello");
     QVERIFY(cmd("EditUndo")->isEnabled());
     editor()->selectAll();
@@ -125,7 +128,9 @@ void tst_Writer::formatTogglesFollowTheCursor()
     KCommand* bold = cmd("FormatBold");
     KCommand* italic = cmd("FormatItalic");
     KToolBar* bar = w->findToolBar(cmd("FormatBar"));
-    QVERIFY(bold && italic && bar);
+    QVERIFY(bold);
+    QVERIFY(italic);
+    QVERIFY(bar);
     const int index = KTestSupport::actionIds(bar).indexOf("FormatBold");
     auto* boldButton = qobject_cast<KToolButton*>(bar->widgetForAction(bar->actions().value(index)));
     QVERIFY(boldButton);
@@ -133,7 +138,8 @@ void tst_Writer::formatTogglesFollowTheCursor()
     QTest::keyClicks(editor(), "plain ");
     QVERIFY(!bold->checkedHint());
     QTest::mouseClick(boldButton, Qt::LeftButton); // the bar's button reaches the host
-    QVERIFY(bold->checkedHint() && boldButton->isChecked());
+    QVERIFY(bold->checkedHint());
+    QVERIFY(boldButton->isChecked());
     QTest::keyClicks(editor(), "strong");
     italic->trigger();
     QTest::keyClicks(editor(), "both");
@@ -161,7 +167,8 @@ void tst_Writer::richTextRoundTrip()
     cmd("FormatBold")->trigger();
     QTest::keyClicks(editor(), "bold");
     const QString html = dir.filePath("page.html"), text = dir.filePath("page.txt");
-    QVERIFY(w->saveFile(html) && w->saveFile(text));
+    QVERIFY(w->saveFile(html));
+    QVERIFY(w->saveFile(text));
     QFile plain(text);
     QVERIFY(plain.open(QIODevice::ReadOnly));
     QCOMPARE(plain.readAll(), QByteArray("a bold"));
@@ -182,12 +189,14 @@ void tst_Writer::themeColoursRetintAndPersist()
     KAppTheme* theme = KApplication::instance()->theme();
     KCommand* green = cmd("ThemeGreen");
     KCommand* blue = cmd("ThemeBlue");
-    QVERIFY(green && blue);
+    QVERIFY(green);
+    QVERIFY(blue);
     blue->trigger();
     const QColor blueWindow = KDrawHelpFunc::getColorFromTheme("common", "window");
     green->trigger();
     QCOMPARE(theme->getBaseColor(), QColor("#217346"));
-    QVERIFY(green->checkedHint() && !blue->checkedHint());
+    QVERIFY(green->checkedHint());
+    QVERIFY(!blue->checkedHint());
     // Colours relative to the base follow it, and so does the application palette.
     const QColor greenWindow = KDrawHelpFunc::getColorFromTheme("common", "window");
     QVERIFY(greenWindow != blueWindow);
@@ -208,7 +217,9 @@ void tst_Writer::recentFilesSurviveARestart()
     QTemporaryDir dir;
     const QString a = QFileInfo(KTestSupport::writeFile(dir.filePath("a.txt"), "alpha")).absoluteFilePath();
     const QString b = QFileInfo(KTestSupport::writeFile(dir.filePath("b.txt"), "beta")).absoluteFilePath();
-    QVERIFY(w->openFile(a) && w->openFile(b) && w->openFile(a));
+    QVERIFY(w->openFile(a));
+    QVERIFY(w->openFile(b));
+    QVERIFY(w->openFile(a));
     QCOMPARE(recent->getStrings(), QStringList({a, b}));
     QCOMPARE(recent->subCommand(1)->text(), QString("2 ") + b); // numbered, as the description asks
 

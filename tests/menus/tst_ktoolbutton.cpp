@@ -112,7 +112,8 @@ void tst_KToolButton::followsCommandChanges()
     KToolButton button;
     button.setDefaultCommand(&cmd);
     QCOMPARE(button.icon().cacheKey(), cmd.icon().cacheKey());
-    QVERIFY(button.isChecked() && !button.isEnabled());
+    QVERIFY(button.isChecked());
+    QVERIFY(!button.isEnabled());
     cmd.setText("Heavy");
     cmd.setVisible(false);
     QCOMPARE(button.text(), QString("Heavy"));
@@ -123,7 +124,8 @@ void tst_KToolButton::followsCommandChanges()
     cmd.wanted = false;
     KEvent idle(KEvent::Idle);
     QVERIFY(QCoreApplication::sendEvent(&button, &idle));
-    QVERIFY(cmd.updates > 0 && !button.isChecked());
+    QVERIFY(cmd.updates > 0);
+    QVERIFY(!button.isChecked());
 
     // A second command replaces the first entirely.
     KTriggerCommand other(this, nullptr);

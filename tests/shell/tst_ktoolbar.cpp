@@ -166,7 +166,8 @@ void tst_KToolBar::separatorsHideWhenNeedless()
     QVERIFY(QCoreApplication::sendEvent(bar, &idle));
     QTEST(visibility(bar), "expected");
     auto* last = dynamic_cast<CountingCommand*>(list->subCommand(list->count() - 1));
-    QVERIFY(last && last->updates >= 1);
+    QVERIFY(last);
+    QVERIFY(last->updates >= 1);
 
     // Showing the hidden commands again brings their separators back.
     for (int i = 0; i < list->count(); ++i)
@@ -205,7 +206,9 @@ void tst_KToolBar::closingFloatingBarHidesCommand()
     KCommand* list = bar->command();
     QVERIFY(showAndWait(window));
     bar->setFloating(true);
-    QVERIFY(bar->isWindow() && bar->isVisible() && !window.hasToolbar(Qt::TopToolBarArea));
+    QVERIFY(bar->isWindow());
+    QVERIFY(bar->isVisible());
+    QVERIFY(!window.hasToolbar(Qt::TopToolBarArea));
 
     // Closing hides the command and keeps the bar; the command brings it back, still floating.
     QPointer<KToolBar> guard(bar);
@@ -215,7 +218,8 @@ void tst_KToolBar::closingFloatingBarHidesCommand()
     QVERIFY(guard);
     QCOMPARE(window.findToolBar(list), bar);
     list->setVisible(true);
-    QVERIFY(bar->isVisible() && bar->isFloating());
+    QVERIFY(bar->isVisible());
+    QVERIFY(bar->isFloating());
     // Hiding through the toggle action hides the command too, so a later change of the
     // command does not bring the bar back.
     bar->toggleViewAction()->trigger();
@@ -223,11 +227,13 @@ void tst_KToolBar::closingFloatingBarHidesCommand()
     list->setText(QStringLiteral("renamed"));
     QVERIFY(bar->isHidden());
     bar->toggleViewAction()->trigger();
-    QVERIFY(list->isVisible() && bar->isVisible());
+    QVERIFY(list->isVisible());
+    QVERIFY(bar->isVisible());
 
     // The close button goes and comes back with the closable flag.
     bar->setClosable(false);
-    QVERIFY(!bar->windowFlags().testFlag(Qt::WindowCloseButtonHint) && bar->isVisible());
+    QVERIFY(!bar->windowFlags().testFlag(Qt::WindowCloseButtonHint));
+    QVERIFY(bar->isVisible());
     bar->setClosable(true);
     QVERIFY(bar->windowFlags().testFlag(Qt::WindowCloseButtonHint));
 
@@ -245,13 +251,17 @@ void tst_KToolBar::floatingBarFollowsItsWindow()
     KToolBar* bar = addBar(window, {"a"});
     QVERIFY(showAndWait(window));
     bar->setFloating(true);
-    QVERIFY(bar->windowHandle() && bar->windowHandle()->isVisible());
+    QVERIFY(bar->windowHandle());
+    QVERIFY(bar->windowHandle()->isVisible());
 
     window.hide();
-    QVERIFY(!bar->windowHandle()->isVisible() && bar->isFloatingHidden());
-    QVERIFY(bar->isVisible() && bar->command()->isVisible()); // Qt's state says shown all along
+    QVERIFY(!bar->windowHandle()->isVisible());
+    QVERIFY(bar->isFloatingHidden());
+    QVERIFY(bar->isVisible());
+    QVERIFY(bar->command()->isVisible()); // Qt's state says shown all along
     QVERIFY(showAndWait(window));
-    QVERIFY(!bar->isFloatingHidden() && bar->windowHandle()->isVisible());
+    QVERIFY(!bar->isFloatingHidden());
+    QVERIFY(bar->windowHandle()->isVisible());
 
     // Hiding the waiting bar on purpose is honoured when the window comes back.
     window.hide();
@@ -263,7 +273,8 @@ void tst_KToolBar::floatingBarFollowsItsWindow()
     // Shown while the window is hidden, it waits for the window.
     window.hide();
     bar->setVisible(true);
-    QVERIFY(bar->isFloatingHidden() && !bar->windowHandle()->isVisible());
+    QVERIFY(bar->isFloatingHidden());
+    QVERIFY(!bar->windowHandle()->isVisible());
     QVERIFY(showAndWait(window));
     QVERIFY(bar->windowHandle()->isVisible());
 }
@@ -291,10 +302,13 @@ void tst_KToolBar::sizesAndClone()
 
     KMainWindow other;
     QScopedPointer<KToolBar> copy(bar->clone(&other));
-    QVERIFY(copy && copy->command() != list);
-    QVERIFY(copy->props() && copy->props()->getCustom());
+    QVERIFY(copy);
+    QVERIFY(copy->command() != list);
+    QVERIFY(copy->props());
+    QVERIFY(copy->props()->getCustom());
     QCOMPARE(copy->props()->getName(), QString("Standard"));
-    QVERIFY(copy->command()->count() == 3 && KSeparatorCommand::isSeparator(copy->command()->subCommand(1)));
+    QCOMPARE(copy->command()->count(), 3);
+    QVERIFY(KSeparatorCommand::isSeparator(copy->command()->subCommand(1)));
     // The items are copies made for the other window, not the originals.
     QVERIFY(copy->command()->subCommand(0) != list->subCommand(0));
     QCOMPARE(copy->command()->subCommand(0)->host(), &other);
@@ -308,7 +322,8 @@ void tst_KToolBar::dockShowsExtendedWidget()
     panel->setText(QStringLiteral("Outline"));
     window.addDockWidget(Qt::LeftDockWidgetArea, panel);
     auto* dock = qobject_cast<KDockWidget*>(window.findDockWidget(QStringLiteral("Panel")));
-    QVERIFY(dock && dock->widget());
+    QVERIFY(dock);
+    QVERIFY(dock->widget());
     QCOMPARE(dock->widget()->objectName(), QString("extended"));
     QCOMPARE(dock->windowTitle(), QString("Outline"));
     QVERIFY(showAndWait(window));
@@ -318,7 +333,8 @@ void tst_KToolBar::dockShowsExtendedWidget()
     window.hide();
     QVERIFY(dock->isFloatingHidden());
     QVERIFY(showAndWait(window));
-    QVERIFY(!dock->isFloatingHidden() && dock->windowHandle()->isVisible());
+    QVERIFY(!dock->isFloatingHidden());
+    QVERIFY(dock->windowHandle()->isVisible());
 
     // Closing the dock hides its command; the command shows it again.
     QVERIFY(dock->close());
