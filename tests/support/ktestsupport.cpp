@@ -9,6 +9,7 @@
 #include <QThread>
 #include <QTimer>
 #include <QToolBar>
+#include <cstdio>
 #include <kapptheme.h>
 #include <kcommand.h>
 #include <kcommandwrapaction.h>
@@ -67,6 +68,16 @@ int KTestSupport::exec(QObject* testObject, int argc, char** argv)
     qInstallMessageHandler(s_testLogHandler);
     QTest::qCleanup();
     return result;
+}
+
+bool KTestSupport::requireX11()
+{
+    if (QGuiApplication::platformName() == QLatin1String("xcb"))
+        return true;
+    std::fprintf(stderr, "This test needs a real X server (the xcb platform), not \"%s\"; its file name must "
+                         "end in x11 for the build to run it so.\n",
+                 qPrintable(QGuiApplication::platformName()));
+    return false;
 }
 
 KWarningCatcher* KWarningCatcher::s_current = nullptr;
