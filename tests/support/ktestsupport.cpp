@@ -48,10 +48,11 @@ QtMessageHandler s_testLogHandler = nullptr;
 
 void strayWarningGuard(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
-    // QtTest forgets its fail-on-warning patterns when a test function ends, and a test has no
-    // hook that the support could use at its start: the pattern is handed over again just
-    // before QtTest's handler, which honours declared (ignored) messages first, looks at the
-    // warning. The list is not guarded by a lock, so only the GUI thread touches it.
+    // QtTest forgets its fail-on-warning patterns when a test function ends and gives the
+    // support no hook at the start of the next one. So the pattern is handed over with each
+    // warning, just before QtTest's handler looks at it; that handler still lets declared
+    // (ignored) messages through first. QtTest keeps the patterns without a lock: only the
+    // GUI thread adds to them.
     if (type == QtWarningMsg && QTest::currentTestFunction() && QThread::currentThread() == qApp->thread())
         QTest::failOnWarning(strayWarning());
     s_testLogHandler(type, context, message);
