@@ -13,6 +13,8 @@
 
 #include <malloc.h>
 
+#include <ktestsupport.h>
+
 #include <kapplication.h>
 #include <kappattributeparser.h>
 #include <kcommands.h>
@@ -33,15 +35,6 @@ QByteArray button(const QString& id, int n)
         .arg(id).arg(n).arg(n % 2).arg(n % 3 ? "large" : "small")
         .arg(n % 0xffffff, 6, 16, QLatin1Char('0'))
         .toUtf8();
-}
-
-void writeFile(const QString& path, const QByteArray& bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile f(path);
-    if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        qFatal("cannot write %s", qPrintable(path));
-    f.write(bytes);
 }
 
 // One QObject per element, attributes as dynamic properties: what any reader of the file
@@ -72,6 +65,8 @@ size_t heapInUse()
 {
     return mallinfo2().uordblks;
 }
+
+using KTestSupport::writeFile;
 
 } // namespace
 
@@ -150,8 +145,10 @@ void bench_CommandParse::initTestCase()
     m_commandCount = parseOnce(false);
     QDomDocument a, b;
     QFile fa(m_mainPath), fb(m_delayPath);
-    QVERIFY(fa.open(QIODevice::ReadOnly) && fb.open(QIODevice::ReadOnly));
-    QVERIFY(a.setContent(&fa) && b.setContent(&fb));
+    QVERIFY(fa.open(QIODevice::ReadOnly));
+    QVERIFY(fb.open(QIODevice::ReadOnly));
+    QVERIFY(a.setContent(&fa));
+    QVERIFY(b.setContent(&fb));
     m_elementCount = countElements(a.documentElement()) + countElements(b.documentElement());
     qInfo("%d command objects from %d elements", m_commandCount, m_elementCount);
     QVERIFY(m_commandCount >= 5000);

@@ -22,6 +22,7 @@
 #include <kappidlesvr.h>
 #include <kapplication.h>
 #include <kcommand.h>
+#include <ktestsupport.h>
 
 namespace {
 
@@ -104,22 +105,7 @@ double processCpuMs()
     return ts.tv_sec * 1000.0 + ts.tv_nsec / 1e6;
 }
 
-template <class Pred>
-bool runLoopUntil(Pred pred, int timeoutMs)
-{
-    if (pred())
-        return true;
-    QEventLoop loop;
-    QTimer::singleShot(timeoutMs, &loop, &QEventLoop::quit);
-    const QMetaObject::Connection c = QObject::connect(
-        QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &loop, [&] {
-            if (pred())
-                loop.quit();
-        });
-    loop.exec();
-    QObject::disconnect(c);
-    return pred();
-}
+using KTestSupport::runLoopUntil;
 
 } // namespace
 

@@ -37,7 +37,8 @@ WriterWindow::WriterWindow(QWidget* parent)
     m_editor->setFrameShape(QFrame::StyledPanel);
     m_editor->setAcceptRichText(true);
     setCentralWidget(m_editor);
-    connect(m_editor->document(), &QTextDocument::modificationChanged, this, &WriterWindow::_updateTitle);
+    // Qt shows the "[*]" of the title as a mark while the window is modified.
+    connect(m_editor->document(), &QTextDocument::modificationChanged, this, &QWidget::setWindowModified);
     resize(1000, 680);
 }
 
@@ -197,8 +198,9 @@ void WriterWindow::_updateTitle()
 {
     const QString name = m_path.isEmpty() ? tr("Untitled") : QFileInfo(m_path).fileName();
     const QString app = caption().isEmpty() ? QStringLiteral("Norvik Writer") : caption();
-    setWindowTitle(QStringLiteral("%1%2 - %3")
-                       .arg(name, m_editor->document()->isModified() ? QStringLiteral("*") : QString(), app));
+    setWindowTitle(QStringLiteral("%1[*] - %2").arg(name, app));
+    // Clearing the editor resets the document's flag without a signal: read it here too.
+    setWindowModified(m_editor->document()->isModified());
 }
 
 void WriterWindow::newFile()

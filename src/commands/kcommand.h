@@ -58,7 +58,11 @@ Q_DECLARE_METATYPE(KMultiControlBool)
  * changed() fires and call trigger() when the user acts. Every property is a meta-property
  * so that the XML parser can set it by name; unknown attributes land as dynamic properties.
  *
- * All setters compare first: a setter that changes nothing emits nothing.
+ * The setters of single values compare first: one that changes nothing emits nothing
+ * (setVisible() and setEnabled() emit only when the overall value moves, so a second veto is
+ * silent). The whole-value setters setMultiVisible() and setMultiEnabled() always emit
+ * changed(), on purpose: whoever hands over a whole set of vetoes can count on every widget
+ * reading it again.
  */
 class NORVIKOFFICEUI_EXPORT KCommand : public QObject
 {

@@ -38,6 +38,15 @@ QString KCommandBarProp::_string(const char* name) const
     return m_command ? m_command->property(name).toString() : QString();
 }
 
+void KCommandBarProp::_setAndNotify(const char* name, int value, void (KCommandBarProp::*notify)(KCommand*))
+{
+    if (!m_command)
+        return;
+    // Signalled whether or not the value changed: the window places the bar again either way.
+    m_command->setProperty(name, value);
+    Q_EMIT (this->*notify)(m_command);
+}
+
 void KCommandBarProp::setType(int type)
 {
     if (m_command)
@@ -85,10 +94,7 @@ QString KCommandBarProp::getName() const
 
 void KCommandBarProp::setRowIndex(int row)
 {
-    if (!m_command)
-        return;
-    m_command->setProperty("rowindex", row);
-    Q_EMIT rowIndexChanged(m_command);
+    _setAndNotify("rowindex", row, &KCommandBarProp::rowIndexChanged);
 }
 
 int KCommandBarProp::getRowIndex() const
@@ -98,10 +104,7 @@ int KCommandBarProp::getRowIndex() const
 
 void KCommandBarProp::setPosition(int position)
 {
-    if (!m_command)
-        return;
-    m_command->setProperty("position", position);
-    Q_EMIT posChanged(m_command);
+    _setAndNotify("position", position, &KCommandBarProp::posChanged);
 }
 
 int KCommandBarProp::getPosition() const
@@ -111,10 +114,7 @@ int KCommandBarProp::getPosition() const
 
 void KCommandBarProp::setProtection(int protection)
 {
-    if (!m_command)
-        return;
-    m_command->setProperty("protection", protection);
-    Q_EMIT protectionChanged(m_command);
+    _setAndNotify("protection", protection, &KCommandBarProp::protectionChanged);
 }
 
 int KCommandBarProp::getProtection() const
@@ -124,10 +124,7 @@ int KCommandBarProp::getProtection() const
 
 void KCommandBarProp::setLeft(int left)
 {
-    if (!m_command)
-        return;
-    m_command->setProperty("left", left);
-    Q_EMIT rectChanged(m_command);
+    _setAndNotify("left", left, &KCommandBarProp::rectChanged);
 }
 
 int KCommandBarProp::getLeft() const
@@ -137,10 +134,7 @@ int KCommandBarProp::getLeft() const
 
 void KCommandBarProp::setTop(int top)
 {
-    if (!m_command)
-        return;
-    m_command->setProperty("top", top);
-    Q_EMIT rectChanged(m_command);
+    _setAndNotify("top", top, &KCommandBarProp::rectChanged);
 }
 
 int KCommandBarProp::getTop() const
@@ -150,10 +144,7 @@ int KCommandBarProp::getTop() const
 
 void KCommandBarProp::setWidth(int width)
 {
-    if (!m_command)
-        return;
-    m_command->setProperty("width", width);
-    Q_EMIT rectChanged(m_command);
+    _setAndNotify("width", width, &KCommandBarProp::rectChanged);
 }
 
 int KCommandBarProp::getWidth() const
@@ -163,10 +154,7 @@ int KCommandBarProp::getWidth() const
 
 void KCommandBarProp::setHeight(int height)
 {
-    if (!m_command)
-        return;
-    m_command->setProperty("height", height);
-    Q_EMIT rectChanged(m_command);
+    _setAndNotify("height", height, &KCommandBarProp::rectChanged);
 }
 
 int KCommandBarProp::getHeight() const

@@ -72,6 +72,8 @@ private:
     int _int(const char* name, int defaultValue) const;
     bool _bool(const char* name, bool defaultValue) const;
     QString _string(const char* name) const;
+    /// Stores the property on the command and emits notify with it; nothing without a command.
+    void _setAndNotify(const char* name, int value, void (KCommandBarProp::*notify)(KCommand*));
 
     KCommand* m_command;
 };

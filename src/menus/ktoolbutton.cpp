@@ -17,20 +17,20 @@
 
 namespace {
 
-// The style hint that names the generation of the style; the flat one (2013) has square
-// buttons.
-constexpr int kStyleGenerationHint = 4;
+// The flat generation of the look has square buttons.
 constexpr int kFlatGeneration = 2013;
 // A screen at most this wide (right - left) has no room for captions beside icons.
 constexpr int kNarrowScreenRight = 1278;
 constexpr int kTipDelayMs = 300;
+// Between the icon and the caption of the stock tool button.
+constexpr int kStockSpacing = 4;
 
 } // namespace
 
 KToolButton::KToolButton(QWidget* parent)
     : QWidget(parent)
 {
-    if (style()->styleHint(KORBStyle::customHint(kStyleGenerationHint), nullptr, this) == kFlatGeneration)
+    if (style()->styleHint(KORBStyle::KSH_StyleGeneration, nullptr, this) == kFlatGeneration)
         m_roundCorner = 0;
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::NoFocus);
@@ -125,7 +125,37 @@ QSize KToolButton::sizeHint(Qt::Orientation) const
     // The orientation travels in the option (initStyleOption reads orientation()).
     KStyleOptionToolButton option;
     initStyleOption(&option);
-    return style()->sizeFromContents(KORBStyle::KCT_ToolButton, &option, QSize(20, 20), this);
+    if (KORBStyle::isFrameworkStyle(style()))
+        return style()->sizeFromContents(KORBStyle::KCT_ToolButton, &option, QSize(20, 20), this);
+    QStyleOptionToolButton stock;
+    KORBStyle::_toQStyleOptionToolButton(&option, &stock);
+    return _stockSizeHint(stock);
+}
+
+QSize KToolButton::_stockSizeHint(const QStyleOptionToolButton& option) const
+{
+    // What the stock tool button shows of the option: the icon part, the caption beside or
+    // under it with a space's room on each side, and the drop-down indicator.
+    const bool showIcon = !option.icon.isNull() && option.toolButtonStyle != Qt::ToolButtonTextOnly;
+    const bool showText = !option.text.isEmpty() && option.toolButtonStyle != Qt::ToolButtonIconOnly;
+    QSize contents = showIcon ? option.iconSize : QSize(0, 0);
+    if (showText) {
+        const QFontMetrics metrics = fontMetrics();
+        QSize text = metrics.size(Qt::TextShowMnemonic, option.text);
+        text.rwidth() += 2 * metrics.horizontalAdvance(QLatin1Char(' '));
+        if (!showIcon)
+            contents = text;
+        else if (option.toolButtonStyle == Qt::ToolButtonTextUnderIcon)
+            contents = QSize(qMax(contents.width(), text.width()), contents.height() + kStockSpacing + text.height());
+        else
+            contents = QSize(contents.width() + kStockSpacing + text.width(), qMax(contents.height(), text.height()));
+    }
+    if (option.features & QStyleOptionToolButton::MenuButtonPopup) {
+        QStyleOptionToolButton measured = option;
+        measured.rect.setSize(contents); // the indicator's width may follow the height
+        contents.rwidth() += style()->pixelMetric(QStyle::PM_MenuButtonIndicator, &measured, this);
+    }
+    return style()->sizeFromContents(QStyle::CT_ToolButton, &option, contents, this);
 }
 
 QSize KToolButton::minimumSizeHint(Qt::Orientation orientation) const
@@ -167,7 +197,12 @@ void KToolButton::setIcon(const QIcon& icon)
 {
     if (m_icon.cacheKey() == icon.cacheKey())
         return;
+    // The icon part takes iconSize() whichever icon it shows: only gaining or losing one
+    // changes the size.
+    const bool sizeChanges = m_icon.isNull() != icon.isNull();
     m_icon = icon;
+    if (sizeChanges)
+        updateGeometry();
     update();
 }
 
@@ -362,7 +397,15 @@ void KToolButton::paintEvent(QPaintEvent*)
     QStylePainter painter(this);
     KStyleOptionToolButton option;
     initStyleOption(&option);
-    painter.drawComplexControl(KORBStyle::KCC_ToolButton, option);
+    if (KORBStyle::isFrameworkStyle(style())) {
+        painter.drawComplexControl(KORBStyle::KCC_ToolButton, option);
+        return;
+    }
+    // A host's own style knows nothing of the framework's control: it draws the stock tool
+    // button, as it would for a QToolButton with the same content.
+    QStyleOptionToolButton stock;
+    KORBStyle::_toQStyleOptionToolButton(&option, &stock);
+    painter.drawComplexControl(QStyle::CC_ToolButton, stock);
 }
 
 void KToolButton::onBlockMouseEnter()

@@ -19,7 +19,9 @@ class QTimer;
  * buttons all derive from it. It is a plain widget that keeps its own checked, down and
  * pressed flags, lets the style measure and draw it (custom contents type and complex
  * control of KORBStyle), and takes all its content from a KCommand once one is bound with
- * setDefaultCommand(). Without a command it works as a plain widget.
+ * setDefaultCommand(). Without a command it works as a plain widget. Under a style that is
+ * not the framework's (see KORBStyle::isFrameworkStyle) it measures and draws itself as the
+ * stock tool button.
  *
  * The button style is a flag word that reaches the style unchanged: see ButtonStyleFlag.
  * A press and a release on the button send the dismiss event (KEvent::Dismiss) up the
@@ -35,16 +37,17 @@ class NORVIKOFFICEUI_EXPORT KToolButton : public QWidget, public QToolBarItemWid
     Q_PROPERTY(int buttonStyle READ buttonStyle WRITE setButtonStyle)
     Q_PROPERTY(bool checked READ isChecked WRITE setChecked)
 public:
-    enum ButtonStyleFlag {
-        StyleIcon = 1,           ///< draw the icon also when there is text
-        StyleText = 2,           ///< draw the text also when there is an icon
-        StyleArrow = 4,          ///< a drop-down part with an arrow
-        StyleTextUnderIcon = 8,  ///< large button, text below the icon
-        StyleHotKey = 16,        ///< the caption shows the command's mnemonic
-        StyleLargeMargins = 32,  ///< the style's larger margins
-        StyleEvenWidth = 64,     ///< odd widths are rounded up to even ones
-        StyleAutoHideText = 128  ///< no text on a screen narrower than 1279 pixels (with StyleText)
-    };
+    // The button-style word is named on the style option, which carries it to the style.
+    using ButtonStyleFlag = KStyleOptionToolButton::ButtonStyleFlag;
+    static constexpr ButtonStyleFlag StyleIcon = KStyleOptionToolButton::StyleIcon;
+    static constexpr ButtonStyleFlag StyleText = KStyleOptionToolButton::StyleText;
+    static constexpr ButtonStyleFlag StyleArrow = KStyleOptionToolButton::StyleArrow;
+    static constexpr ButtonStyleFlag StyleTextUnderIcon = KStyleOptionToolButton::StyleTextUnderIcon;
+    static constexpr ButtonStyleFlag StyleHotKey = KStyleOptionToolButton::StyleHotKey;
+    static constexpr ButtonStyleFlag StyleLargeMargins = KStyleOptionToolButton::StyleLargeMargins;
+    static constexpr ButtonStyleFlag StyleEvenWidth = KStyleOptionToolButton::StyleEvenWidth;
+    /// No text on a screen narrower than 1279 pixels (with StyleText).
+    static constexpr ButtonStyleFlag StyleAutoHideText = KStyleOptionToolButton::StyleAutoHideText;
 
     explicit KToolButton(QWidget* parent = nullptr);
     ~KToolButton() override;
@@ -129,7 +132,7 @@ protected:
 
     void onBlockMouseEnter();
     void onBlockMouseLeave();
-    /// Hides or shows the text by the width of the button's screen (style bits 128 and 2).
+    /// Hides or shows the text by the width of the button's screen (StyleAutoHideText with StyleText).
     void autoHideText();
     /// Takes the command's button style over, unless the command has none (0).
     void syncButtonStyle(int style);
@@ -138,6 +141,8 @@ protected:
 
 private:
     QString _captionFromCommand(bool doubleFirstAmpersand) const;
+    /// The size of the stock tool button for option, under a style that is not the framework's.
+    QSize _stockSizeHint(const QStyleOptionToolButton& option) const;
 
     QPointer<KCommand> m_command;
     int m_buttonStyle = StyleIcon;

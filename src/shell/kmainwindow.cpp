@@ -619,39 +619,49 @@ bool KMainWindow::MatchOption::match(KCommand* cmd) const
     return true;
 }
 
-bool KMainWindow::_findCommand(KCommand* parent, KCommand* cmd, bool recursive, const MatchOption& option,
-                               KListCommand* result, QVector<KCommand*>& parents, bool all, int depth)
+namespace {
+
+// One search of findCommand(): the condition, where the hits go, and how far it walks.
+struct CommandSearch
+{
+    const KMainWindow::MatchOption& option;
+    KListCommand* result;
+    QVector<KCommand*>& parents;
+    bool recursive; // into lists below the first level
+    bool all;       // on past the first hit
+};
+
+// Walks cmd and, at depth 0 or when recursive, the commands of its list; a hit is a command
+// below the start that is no separator and matches. True when something matched.
+bool findCommandIn(const CommandSearch& search, KCommand* parent, KCommand* cmd, int depth)
 {
     if (!cmd)
         return false;
     bool found = false;
-    if (recursive || depth == 0) {
-        if (auto* compose = qobject_cast<KComposeListCommand*>(cmd)) {
-            for (int i = 0; i < compose->countOrig(); ++i) {
-                if (_findCommand(cmd, compose->subCommandOrig(i), recursive, option, result, parents, all, depth + 1)) {
-                    found = true;
-                    if (!all)
-                        return true;
-                }
-            }
-        } else if (qobject_cast<KListCommand*>(cmd)) {
-            for (int i = 0; i < cmd->count(); ++i) {
-                if (_findCommand(cmd, cmd->subCommand(i), recursive, option, result, parents, all, depth + 1)) {
-                    found = true;
-                    if (!all)
-                        return true;
-                }
+    if (search.recursive || depth == 0) {
+        // A composed list is searched in its own items, not in the commands it shows.
+        auto* compose = qobject_cast<KComposeListCommand*>(cmd);
+        const bool isList = compose || qobject_cast<KListCommand*>(cmd);
+        const int count = compose ? compose->countOrig() : (isList ? cmd->count() : 0);
+        for (int i = 0; i < count; ++i) {
+            KCommand* sub = compose ? compose->subCommandOrig(i) : cmd->subCommand(i);
+            if (findCommandIn(search, cmd, sub, depth + 1)) {
+                found = true;
+                if (!search.all)
+                    return true;
             }
         }
     }
-    if (parent && !KSeparatorCommand::isSeparator(cmd) && option.match(cmd)) {
-        if (result)
-            result->addSubCommand(cmd);
-        parents.append(parent);
+    if (parent && !KSeparatorCommand::isSeparator(cmd) && search.option.match(cmd)) {
+        if (search.result)
+            search.result->addSubCommand(cmd);
+        search.parents.append(parent);
         found = true;
     }
     return found;
 }
+
+} // namespace
 
 bool KMainWindow::findCommand(KCommand* start, int aid, int faceid, const QString& type, const QString& tag,
                               bool visibleOnly, bool recursive, KListCommand* result,
@@ -663,9 +673,10 @@ bool KMainWindow::findCommand(KCommand* start, int aid, int faceid, const QStrin
     option.type = type;
     option.tag = tag;
     option.visibleOnly = visibleOnly;
+    const CommandSearch search{option, result, parents, recursive, all};
 
     if (start)
-        return _findCommand(nullptr, start, recursive, option, result, parents, all, 0);
+        return findCommandIn(search, nullptr, start, 0);
 
     QVector<KCommand*> roots;
     for (KToolBar* bar : std::as_const(m_toolBars))
@@ -675,7 +686,7 @@ bool KMainWindow::findCommand(KCommand* start, int aid, int faceid, const QStrin
     roots += m_popupMenus;
     bool found = false;
     for (KCommand* root : std::as_const(roots)) {
-        if (_findCommand(nullptr, root, recursive, option, result, parents, all, 0)) {
+        if (findCommandIn(search, nullptr, root, 0)) {
             found = true;
             if (!all)
                 return true;

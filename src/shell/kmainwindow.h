@@ -216,8 +216,6 @@ protected:
     void _addRbToolBar(KCommand* cmd);
     KListCommand* _rbToolBarCommand();
     void _syncListCommand(KCommand* source, KCommand* target, bool recursive);
-    bool _findCommand(KCommand* parent, KCommand* cmd, bool recursive, const MatchOption& option,
-                      KListCommand* result, QVector<KCommand*>& parents, bool all, int depth);
 
 private:
     void _placeToolBar(KToolBar* bar, int position, bool moveExisting);

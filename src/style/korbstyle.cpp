@@ -34,7 +34,27 @@ QColor themeOr(const char* className, const char* item, const QColor& fallback)
     return c.isValid() ? c : fallback;
 }
 
+// The framework's own complex controls. The wrapped style cannot handle their numbers (a
+// stock style prints "not handled" for them), so none of them is handed on as it is.
+bool isFrameworkControl(QStyle::ComplexControl control)
+{
+    return uint(control) > uint(QStyle::CC_CustomBase) && uint(control) <= uint(KORBStyle::KCC_Slider);
+}
+
 } // namespace
+
+bool KORBStyle::isFrameworkStyle(const QStyle* style)
+{
+    // A host may wrap the framework's style in a proxy of its own: the custom elements still
+    // reach it through the chain.
+    while (style) {
+        if (qobject_cast<const KORBStyle*>(style))
+            return true;
+        auto* proxy = qobject_cast<const QProxyStyle*>(style);
+        style = proxy ? proxy->baseStyle() : nullptr;
+    }
+    return false;
+}
 
 KORBStyle::KORBStyle(QStyle* style)
     : QProxyStyle(style)
@@ -166,14 +186,14 @@ void KORBStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         KORB_DISPATCH(KCC_MainWindow, KStyleOptionMainWindow, drawComplexControl_KMainWindow)
         KORB_DISPATCH(KCC_RbTabFileButton, KStyleOptionRbTabFileButton, drawComplexControl_KRbTabFileButton)
     case uint(KCC_Slider):
-        if (auto* o = qstyleoption_cast<const QStyleOptionSlider*>(option))
+        // The slider is the one custom control that the wrapped style also sees: the slider
+        // widgets rely on its painting of the stock parts. It gets them as the stock slider,
+        // the one number of the two that it can draw.
+        if (auto* o = qstyleoption_cast<const QStyleOptionSlider*>(option)) {
             drawComplexControl_KSlider(o, painter, widget);
-        // The slider is the one custom control that the wrapped style also sees: the
-        // slider widgets rely on its painting of the stock parts behind their own. Without an
-        // option there is nothing to hand on (the stock styles would dereference it).
-        if (!option)
-            return;
-        break;
+            QProxyStyle::drawComplexControl(CC_Slider, o, painter, widget);
+        }
+        return;
     default:
         break;
     }
@@ -193,6 +213,12 @@ QStyle::SubControl KORBStyle::hitTestComplexControl(ComplexControl control, cons
         auto* o = qstyleoption_cast<const KStyleOptionRbTabFileButton*>(option);
         return o ? hitTestComplexControl_KRbTabFileButton(control, o, pos, widget) : SC_None;
     }
+    if (control == KCC_Slider) {
+        auto* o = qstyleoption_cast<const QStyleOptionSlider*>(option);
+        return o ? QProxyStyle::hitTestComplexControl(CC_Slider, o, pos, widget) : SC_None;
+    }
+    if (isFrameworkControl(control))
+        return SC_None; // no parts to hit in the plain frame
     return QProxyStyle::hitTestComplexControl(control, option, pos, widget);
 }
 
@@ -203,6 +229,12 @@ QRect KORBStyle::subControlRect(ComplexControl control, const QStyleOptionComple
         auto* o = qstyleoption_cast<const KStyleOptionToolButton*>(option);
         return o ? subControlRect_ToolButton(control, o, subControl, widget) : QRect();
     }
+    if (control == KCC_Slider) {
+        auto* o = qstyleoption_cast<const QStyleOptionSlider*>(option);
+        return o ? QProxyStyle::subControlRect(CC_Slider, o, subControl, widget) : QRect();
+    }
+    if (isFrameworkControl(control))
+        return QRect(); // no parts in the plain frame
     return QProxyStyle::subControlRect(control, option, subControl, widget);
 }
 
@@ -269,13 +301,22 @@ int KORBStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     default:
         break;
     }
-    if (metric == customMetric(2))
+    // The custom numbers lie outside the enum's named values: compared as numbers.
+    switch (uint(metric)) {
+    case uint(KPM_Reserved2):
         return 3;
-    if (metric == customMetric(3))
+    case uint(KPM_Reserved3):
         return 2;
-    if (metric >= customMetric(4) && metric <= customMetric(9))
+    case uint(KPM_Reserved4):
+    case uint(KPM_FileButtonMarginTop):
+    case uint(KPM_FileButtonMarginLeft):
+    case uint(KPM_FileButtonMarginBottom):
+    case uint(KPM_FileButtonMarginRight):
+    case uint(KPM_Reserved9):
         return 0;
-    return QProxyStyle::pixelMetric(metric, option, widget);
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
 }
 
 // --- the tool button ---
@@ -290,13 +331,15 @@ void KORBStyle::_toQStyleOptionToolButton(const KStyleOptionToolButton* in, QSty
     out->version = QStyleOptionToolButton::Version;
     const int flags = in->buttonStyle;
     // The drop-down part is the stock "menu button popup" feature.
-    out->features = (flags & 4) ? QStyleOptionToolButton::ToolButtonFeatures(QStyleOptionToolButton::MenuButtonPopup)
-                                : QStyleOptionToolButton::ToolButtonFeatures(QStyleOptionToolButton::None);
+    out->features = (flags & KStyleOptionToolButton::StyleArrow)
+        ? QStyleOptionToolButton::ToolButtonFeatures(QStyleOptionToolButton::MenuButtonPopup)
+        : QStyleOptionToolButton::ToolButtonFeatures(QStyleOptionToolButton::None);
     out->arrowType = Qt::NoArrow;
-    if (!(flags & 2) && !in->icon.isNull())
+    if (!(flags & KStyleOptionToolButton::StyleText) && !in->icon.isNull())
         out->toolButtonStyle = Qt::ToolButtonIconOnly;
     else
-        out->toolButtonStyle = (flags & 8) ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonTextBesideIcon;
+        out->toolButtonStyle = (flags & KStyleOptionToolButton::StyleTextUnderIcon) ? Qt::ToolButtonTextUnderIcon
+                                                                                   : Qt::ToolButtonTextBesideIcon;
 }
 
 // The framework's tool button is drawn here, from the theme's "KToolButton" colours, so
@@ -326,10 +369,10 @@ ToolButtonParts toolButtonParts(const KStyleOptionToolButton* o)
     const bool hasText = !o->text.isEmpty();
     // The rules of the widget's needDrawText(): text without an icon always shows; with
     // an icon it takes the text bit and a screen that is wide enough.
-    parts.showText = hasText && (!hasIcon || (!o->autoHideText && (flags & 2)));
-    parts.showIcon = hasIcon && ((flags & 1) || !parts.showText);
-    parts.under = (flags & 8) && parts.showIcon && parts.showText;
-    parts.arrow = flags & 4;
+    parts.showText = hasText && (!hasIcon || (!o->autoHideText && (flags & KStyleOptionToolButton::StyleText)));
+    parts.showIcon = hasIcon && ((flags & KStyleOptionToolButton::StyleIcon) || !parts.showText);
+    parts.under = (flags & KStyleOptionToolButton::StyleTextUnderIcon) && parts.showIcon && parts.showText;
+    parts.arrow = flags & KStyleOptionToolButton::StyleArrow;
     if (o->largeMargins) {
         parts.hMargin = 6;
         parts.vMargin = 4;
@@ -337,7 +380,6 @@ ToolButtonParts toolButtonParts(const KStyleOptionToolButton* o)
     return parts;
 }
 
-// "&" marks a mnemonic only when the button shows one (style bit 16).
 // A gradient of the theme, or no brush when the theme lacks it: every gradient the theme
 // reads is object-bounding, while the empty one handed out for a miss is not.
 QBrush themeGradient(const QString& cls, const char* name)
@@ -348,9 +390,54 @@ QBrush themeGradient(const QString& cls, const char* name)
     return QBrush(gradient);
 }
 
+// The panel of a tool button in its state: no brush for an idle auto-raised button.
+struct ToolButtonPanel
+{
+    QBrush background;
+    QColor border;
+};
+
+ToolButtonPanel toolButtonPanel(const KStyleOptionToolButton* option)
+{
+    const bool enabled = option->state & QStyle::State_Enabled;
+    const bool sunken = option->state & QStyle::State_Sunken;
+    const bool checked = option->state & QStyle::State_On;
+    const bool hover = enabled && (option->state & QStyle::State_MouseOver);
+    const bool autoRaise = option->state & QStyle::State_AutoRaise;
+    const QString cls = QStringLiteral("KToolButton");
+
+    ToolButtonPanel panel;
+    const auto fromTheme = [&](const char* background, const char* border) {
+        panel.background = themeGradient(cls, background);
+        panel.border = KDrawHelpFunc::getColorFromTheme(cls, QLatin1String(border));
+    };
+    if (!enabled && checked)
+        fromTheme("background-disable", "border-disable");
+    else if (enabled && (sunken || (checked && hover)))
+        fromTheme("background-down", "border-down");
+    else if (enabled && checked)
+        // Checked and at rest: the pressed colours, a shade lighter by the hover border.
+        fromTheme("background-down", "border-hover");
+    else if (hover || !autoRaise)
+        fromTheme("background-hover", "border-hover");
+
+    // A theme without the button's items: the palette's highlight stands in.
+    const bool wantsBackground = (!enabled && checked) || (enabled && (sunken || checked || hover)) || !autoRaise;
+    if (wantsBackground && panel.background.style() == Qt::NoBrush) {
+        QColor fill = option->palette.color(QPalette::Highlight);
+        fill.setAlpha(sunken || checked ? 110 : 60);
+        panel.background = QBrush(fill);
+        if (!panel.border.isValid())
+            panel.border = option->palette.color(QPalette::Highlight);
+    }
+    return panel;
+}
+
+// "&" marks a mnemonic only when the button shows one.
 int toolButtonTextFlags(const KStyleOptionToolButton* o)
 {
-    return (o->buttonStyle & 16) ? int(Qt::TextShowMnemonic) : int(Qt::TextHideMnemonic);
+    return (o->buttonStyle & KStyleOptionToolButton::StyleHotKey) ? int(Qt::TextShowMnemonic)
+                                                                  : int(Qt::TextHideMnemonic);
 }
 
 QSize toolButtonTextSize(const KStyleOptionToolButton* o)
@@ -368,73 +455,69 @@ QSize toolButtonTextSize(const KStyleOptionToolButton* o)
 void KORBStyle::drawComplexControl_ToolButton(const KStyleOptionToolButton* option, QPainter* painter,
                                               const QWidget* widget) const
 {
-    const ToolButtonParts parts = toolButtonParts(option);
-    const bool enabled = option->state & State_Enabled;
-    const bool sunken = option->state & State_Sunken;
-    const bool checked = option->state & State_On;
-    const bool hover = enabled && (option->state & State_MouseOver);
-    const QString cls = QStringLiteral("KToolButton");
+    drawToolButtonPanel(option, painter, widget);
+    if (option->buttonStyle & KStyleOptionToolButton::StyleArrow)
+        drawToolButtonArrow(option, painter, widget);
+    drawToolButtonLabel(option, painter, widget);
+}
 
-    // Background and border: nothing for an idle auto-raised button.
-    QBrush background;
-    QColor border;
-    if (!enabled && checked) {
-        background = themeGradient(cls, "background-disable");
-        border = KDrawHelpFunc::getColorFromTheme(cls, QStringLiteral("border-disable"));
-    } else if (enabled && (sunken || (checked && hover))) {
-        background = themeGradient(cls, "background-down");
-        border = KDrawHelpFunc::getColorFromTheme(cls, QStringLiteral("border-down"));
-    } else if (enabled && checked) {
-        // Checked and at rest: the pressed colours, a shade lighter by the hover border.
-        background = themeGradient(cls, "background-down");
-        border = KDrawHelpFunc::getColorFromTheme(cls, QStringLiteral("border-hover"));
-    } else if (hover || !(option->state & State_AutoRaise)) {
-        background = themeGradient(cls, "background-hover");
-        border = KDrawHelpFunc::getColorFromTheme(cls, QStringLiteral("border-hover"));
-    }
-    // A theme without the button's items: the palette's highlight stands in.
-    const bool wantsBackground = (!enabled && checked) || (enabled && (sunken || checked || hover))
-        || !(option->state & State_AutoRaise);
-    if (wantsBackground && background.style() == Qt::NoBrush) {
-        QColor fill = option->palette.color(QPalette::Highlight);
-        fill.setAlpha(sunken || checked ? 110 : 60);
-        background = QBrush(fill);
-        if (!border.isValid())
-            border = option->palette.color(QPalette::Highlight);
-    }
-
+void KORBStyle::drawToolButtonPanel(const KStyleOptionToolButton* option, QPainter* painter,
+                                    const QWidget*) const
+{
+    const ToolButtonPanel panel = toolButtonPanel(option);
+    if (panel.background.style() == Qt::NoBrush)
+        return;
     painter->save();
-    painter->setRenderHint(QPainter::Antialiasing, option->roundCorner != 0);
+    painter->setPen(panel.border.isValid() ? QPen(panel.border) : QPen(Qt::NoPen));
+    painter->setBrush(panel.background);
     const QRect frame = option->rect.adjusted(0, 0, -1, -1);
-    if (background.style() != Qt::NoBrush) {
-        const QPainterPath path = option->roundCorner
-            ? KDrawHelpFunc::getBoundPath(frame, 2, option->roundCorner)
-            : QPainterPath();
-        painter->setPen(border.isValid() ? QPen(border) : QPen(Qt::NoPen));
-        painter->setBrush(background);
-        if (option->roundCorner)
-            painter->drawPath(path.translated(0.5, 0.5));
-        else
-            painter->drawRect(frame);
+    if (option->roundCorner) {
+        painter->setRenderHint(QPainter::Antialiasing);
+        const QPainterPath path = KDrawHelpFunc::getBoundPath(frame, 2, option->roundCorner);
+        painter->drawPath(path.translated(0.5, 0.5));
+    } else {
+        painter->drawRect(frame);
     }
-    painter->setRenderHint(QPainter::Antialiasing, false);
+    painter->restore();
+}
 
+void KORBStyle::drawToolButtonArrow(const KStyleOptionToolButton* option, QPainter* painter,
+                                    const QWidget* widget) const
+{
+    const QRect menu = proxy()->subControlRect(KCC_ToolButton, option, KSC_ToolButtonMenu, widget);
+    if (!menu.isValid())
+        return;
+    painter->save();
+    // The line between the two parts, where the panel has a border to draw it with.
+    const ToolButtonPanel panel = toolButtonPanel(option);
+    if (option->drawSeparator && panel.background.style() != Qt::NoBrush && panel.border.isValid()) {
+        const QRect frame = option->rect.adjusted(0, 0, -1, -1);
+        painter->setPen(panel.border);
+        painter->drawLine(menu.left(), frame.top() + 1, menu.left(), frame.bottom() - 1);
+    }
+    const bool enabled = option->state & State_Enabled;
+    const QRect arrow(menu.center().x() - 3, menu.center().y() - 1, 7, 4);
+    const QColor arrowColor = enabled ? option->palette.color(QPalette::WindowText)
+                                      : option->palette.color(QPalette::Disabled, QPalette::WindowText);
+    KDrawHelpFunc::drawDownArraw(*painter, arrow, QPen(arrowColor), QBrush(arrowColor));
+    painter->restore();
+}
+
+void KORBStyle::drawToolButtonLabel(const KStyleOptionToolButton* option, QPainter* painter,
+                                    const QWidget* widget) const
+{
+    const ToolButtonParts parts = toolButtonParts(option);
     QRect content = option->rect.adjusted(parts.hMargin, parts.vMargin, -parts.hMargin, -parts.vMargin);
     if (parts.arrow) {
         const QRect menu = proxy()->subControlRect(KCC_ToolButton, option, KSC_ToolButtonMenu, widget);
-        content.setRight(menu.left() - 1);
-        if (option->drawSeparator && background.style() != Qt::NoBrush && border.isValid()) {
-            painter->setPen(border);
-            painter->drawLine(menu.left(), frame.top() + 1, menu.left(), frame.bottom() - 1);
-        }
-        const QRect arrow(menu.center().x() - 3, menu.center().y() - 1, 7, 4);
-        const QColor arrowColor = enabled ? option->palette.color(QPalette::WindowText)
-                                          : option->palette.color(QPalette::Disabled, QPalette::WindowText);
-        KDrawHelpFunc::drawDownArraw(*painter, arrow, QPen(arrowColor), QBrush(arrowColor));
+        if (menu.isValid())
+            content.setRight(menu.left() - 1);
     }
 
+    const bool enabled = option->state & State_Enabled;
+    const bool hover = enabled && (option->state & State_MouseOver);
     const QIcon::Mode mode = !enabled ? QIcon::Disabled : (hover ? QIcon::Active : QIcon::Normal);
-    const QIcon::State state = checked ? QIcon::On : QIcon::Off;
+    const QIcon::State state = (option->state & State_On) ? QIcon::On : QIcon::Off;
     QColor textColor = KDrawHelpFunc::getColorFromTheme(QStringLiteral("common"), QStringLiteral("text"));
     if (!textColor.isValid())
         textColor = option->palette.color(QPalette::WindowText);
@@ -443,6 +526,8 @@ void KORBStyle::drawComplexControl_ToolButton(const KStyleOptionToolButton* opti
     const int textFlags = toolButtonTextFlags(option);
     const QSize iconSize = option->iconSize.isValid() ? option->iconSize : QSize(16, 16);
 
+    painter->save();
+    painter->setPen(textColor);
     if (parts.under) {
         const QRect iconRect(content.left() + (content.width() - iconSize.width()) / 2, content.top(),
                              iconSize.width(), iconSize.height());
@@ -452,20 +537,18 @@ void KORBStyle::drawComplexControl_ToolButton(const KStyleOptionToolButton* opti
         QString caption = option->text;
         if (!option->text2.isEmpty())
             caption += QLatin1Char('\n') + option->text2;
-        painter->setPen(textColor);
         painter->drawText(textRect, int(Qt::AlignHCenter | Qt::AlignTop) | textFlags, caption);
     } else {
         int x = content.left();
         if (parts.showIcon) {
             const int width = parts.showText ? iconSize.width() : content.width();
-            const QRect iconRect(x, content.top(), width, content.height());
-            option->icon.paint(painter, iconRect, Qt::AlignCenter, mode, state);
+            option->icon.paint(painter, QRect(x, content.top(), width, content.height()), Qt::AlignCenter, mode,
+                               state);
             x += iconSize.width() + kToolButtonSpacing;
         }
         if (parts.showText) {
             const QRect textRect(x, content.top(), content.right() - x + 1, content.height());
             const int align = parts.showIcon ? int(Qt::AlignLeft | Qt::AlignVCenter) : int(Qt::AlignCenter);
-            painter->setPen(textColor);
             painter->drawText(textRect, align | textFlags, option->text);
         }
     }
@@ -500,7 +583,7 @@ QSize KORBStyle::sizeFromContents_ToolButton(QStyle::ContentsType, const KStyleO
     // The proposed size is the least a button takes: a square for an icon alone.
     width = qMax(width, parts.showText ? 0 : size.width());
     height = qMax(height, size.height() + (parts.under ? 0 : 2));
-    if ((option->buttonStyle & 64) && (width % 2))
+    if ((option->buttonStyle & KStyleOptionToolButton::StyleEvenWidth) && (width % 2))
         ++width;
     return QSize(width, height);
 }
@@ -509,7 +592,8 @@ QRect KORBStyle::subControlRect_ToolButton(QStyle::ComplexControl, const KStyleO
                                            QStyle::SubControl subControl, const QWidget*) const
 {
     const QRect r = option->rect;
-    const bool arrow = (option->buttonStyle & 4) && (option->subControls & SC_ToolButtonMenu);
+    const bool arrow = (option->buttonStyle & KStyleOptionToolButton::StyleArrow)
+        && (option->subControls & SC_ToolButtonMenu);
     if (subControl == KSC_ToolButtonMenu || subControl == SC_ToolButtonMenu) {
         if (!arrow)
             return QRect();

@@ -13,7 +13,8 @@
  *
  * Widgets call only the stock QStyle entry points with the numbers below. A custom number
  * with an option of the wrong type draws nothing (the cast fails and the call returns).
- * Every other number goes on to the wrapped style.
+ * Every other number goes on to the wrapped style. The wrapped style never sees the
+ * framework's own numbers, which it could not handle: the slider reaches it as CC_Slider.
  */
 class NORVIKOFFICEUI_EXPORT KORBStyle : public QProxyStyle
 {
@@ -60,9 +61,34 @@ public:
     static constexpr PrimitiveElement KPE_MainBorder = PrimitiveElement(PE_CustomBase + 1);
     static constexpr PrimitiveElement KPE_BorderShadow = PrimitiveElement(PE_CustomBase + 2);
 
-    /// The custom pixel metric PM_CustomBase + n and style hint SH_CustomBase + n.
-    static constexpr PixelMetric customMetric(int n) { return PixelMetric(PM_CustomBase + n); }
-    static constexpr StyleHint customHint(int n) { return StyleHint(SH_CustomBase + n); }
+    // Pixel metrics: PM_CustomBase + n. The "reserved" ones have values in the looks but no
+    // reader yet; they keep their numbers for the widgets that will read them.
+    /// Height of the bottom band of the ribbon's tab bar.
+    static constexpr PixelMetric KPM_RbTabBarBottomLine = PixelMetric(PM_CustomBase + 1);
+    static constexpr PixelMetric KPM_Reserved2 = PixelMetric(PM_CustomBase + 2);
+    static constexpr PixelMetric KPM_Reserved3 = PixelMetric(PM_CustomBase + 3);
+    static constexpr PixelMetric KPM_Reserved4 = PixelMetric(PM_CustomBase + 4);
+    /// The margins around the ribbon's file button.
+    static constexpr PixelMetric KPM_FileButtonMarginTop = PixelMetric(PM_CustomBase + 5);
+    static constexpr PixelMetric KPM_FileButtonMarginLeft = PixelMetric(PM_CustomBase + 6);
+    static constexpr PixelMetric KPM_FileButtonMarginBottom = PixelMetric(PM_CustomBase + 7);
+    static constexpr PixelMetric KPM_FileButtonMarginRight = PixelMetric(PM_CustomBase + 8);
+    static constexpr PixelMetric KPM_Reserved9 = PixelMetric(PM_CustomBase + 9);
+    static constexpr PixelMetric KPM_Reserved10 = PixelMetric(PM_CustomBase + 10);
+    /// Thickness of the shadow border around a main window (2013 look).
+    static constexpr PixelMetric KPM_ShadowBorderWidth = PixelMetric(PM_CustomBase + 11);
+    static constexpr PixelMetric KPM_Reserved12 = PixelMetric(PM_CustomBase + 12);
+
+    // Style hints: SH_CustomBase + n. A foreign style answers 0 to each.
+    /// Rows of small buttons in a ribbon logic group.
+    static constexpr StyleHint KSH_LogicGroupLineCount = StyleHint(SH_CustomBase + 1);
+    /// Icon size of a large ribbon button.
+    static constexpr StyleHint KSH_LargeIconSize = StyleHint(SH_CustomBase + 2);
+    /// Not 0: the ribbon's tabs have a slide block.
+    static constexpr StyleHint KSH_SlideBlock = StyleHint(SH_CustomBase + 3);
+    /// The generation of the look: 2012 or 2013 (flat, square buttons).
+    static constexpr StyleHint KSH_StyleGeneration = StyleHint(SH_CustomBase + 4);
+    static constexpr StyleHint KSH_Reserved5 = StyleHint(SH_CustomBase + 5);
 
     /// Wraps style (the application's current one when null); the proxy takes ownership of it.
     explicit KORBStyle(QStyle* style = nullptr);
@@ -90,6 +116,13 @@ public:
                            const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option = nullptr, const QWidget* widget = nullptr,
                   QStyleHintReturn* returnData = nullptr) const override;
+
+    /**
+     * Whether style draws the framework's custom elements: a KORBStyle, or a chain of
+     * QProxyStyle that ends in one. Any other style (a host's own, or a stock one) knows only
+     * the stock elements, and the framework's widgets draw their stock counterparts with it.
+     */
+    static bool isFrameworkStyle(const QStyle* style);
 
     /// "base" here; "rainbow" in KORBStyle_2012, "2013" in KORBStyle_2013.
     Q_INVOKABLE virtual QString styleName() const;
@@ -167,6 +200,18 @@ public:
     static void _toQStyleOptionToolButton(const KStyleOptionToolButton* in, QStyleOptionToolButton* out);
 
 protected:
+    /**
+     * The parts of drawComplexControl_ToolButton, in painting order: the panel behind the
+     * button, the drop-down part (separator and arrow; only with the arrow bit) and the
+     * label (icon and caption). A look overrides the parts it draws differently.
+     */
+    virtual void drawToolButtonPanel(const KStyleOptionToolButton* option, QPainter* painter,
+                                     const QWidget* widget) const;
+    virtual void drawToolButtonArrow(const KStyleOptionToolButton* option, QPainter* painter,
+                                     const QWidget* widget) const;
+    virtual void drawToolButtonLabel(const KStyleOptionToolButton* option, QPainter* painter,
+                                     const QWidget* widget) const;
+
     /// Where the plain frame puts a document tab's close mark.
     static QRect _docTabCloseRect(const QRect& tabRect);
 };

@@ -13,15 +13,14 @@ QString KORBStyle_2012::styleName() const
 int KORBStyle_2012::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
 {
     // The look-dependent custom metrics; the stock ones are the frame's.
-    const int n = int(metric) - int(PM_CustomBase);
-    switch (n) {
-    case 9:
+    switch (uint(metric)) {
+    case uint(KPM_Reserved9):
         return 26;
-    case 10:
+    case uint(KPM_Reserved10):
         return 15;
-    case 11:
+    case uint(KPM_ShadowBorderWidth):
         return 8;
-    case 12:
+    case uint(KPM_Reserved12):
         return 3;
     default:
         return KORBStyle::pixelMetric(metric, option, widget);
@@ -31,13 +30,12 @@ int KORBStyle_2012::pixelMetric(PixelMetric metric, const QStyleOption* option, 
 int KORBStyle_2012::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                               QStyleHintReturn* returnData) const
 {
-    const int n = int(hint) - int(SH_CustomBase);
-    switch (n) {
-    case 1:
+    switch (uint(hint)) {
+    case uint(KSH_LogicGroupLineCount):
         return 3;
-    case 2:
+    case uint(KSH_LargeIconSize):
         return 32;
-    case 4:
+    case uint(KSH_StyleGeneration):
         return 2012;
     default:
         return KORBStyle::styleHint(hint, option, widget, returnData);

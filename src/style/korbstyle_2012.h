@@ -5,7 +5,7 @@
 
 /**
  * The 2012 ("rainbow", "classics") look. It reports the generation 2012 through the custom
- * hint SH_CustomBase + 4 and its own custom metrics; its drawing is the frame's until the
+ * hint KSH_StyleGeneration and its own custom metrics; its drawing is the frame's until the
  * look itself is written.
  */
 class NORVIKOFFICEUI_EXPORT KORBStyle_2012 : public KORBStyle

@@ -13,27 +13,26 @@ QString KORBStyle_2013::styleName() const
 int KORBStyle_2013::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
 {
     // The look-dependent custom metrics; the stock ones are the frame's.
-    const int n = int(metric) - int(PM_CustomBase);
-    switch (n) {
-    case 1:
+    switch (uint(metric)) {
+    case uint(KPM_RbTabBarBottomLine):
         return 2;
-    case 2:
-    case 3:
+    case uint(KPM_Reserved2):
+    case uint(KPM_Reserved3):
         return 1;
-    case 4:
+    case uint(KPM_Reserved4):
         return 2;
-    case 5:
-    case 6:
+    case uint(KPM_FileButtonMarginTop):
+    case uint(KPM_FileButtonMarginLeft):
         return 4;
-    case 7:
-    case 8:
+    case uint(KPM_FileButtonMarginBottom):
+    case uint(KPM_FileButtonMarginRight):
         return 0;
-    case 9:
+    case uint(KPM_Reserved9):
         return 26;
-    case 10:
+    case uint(KPM_Reserved10):
         return 13;
-    case 11:
-    case 12:
+    case uint(KPM_ShadowBorderWidth):
+    case uint(KPM_Reserved12):
         return 15;
     default:
         return KORBStyle::pixelMetric(metric, option, widget);
@@ -43,17 +42,16 @@ int KORBStyle_2013::pixelMetric(PixelMetric metric, const QStyleOption* option, 
 int KORBStyle_2013::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                               QStyleHintReturn* returnData) const
 {
-    const int n = int(hint) - int(SH_CustomBase);
-    switch (n) {
-    case 1:
+    switch (uint(hint)) {
+    case uint(KSH_LogicGroupLineCount):
         return 2;
-    case 2:
+    case uint(KSH_LargeIconSize):
         return 24;
-    case 3:
+    case uint(KSH_SlideBlock):
         return 1;
-    case 4:
+    case uint(KSH_StyleGeneration):
         return 2013;
-    case 5:
+    case uint(KSH_Reserved5):
         return 1;
     default:
         return KORBStyle::styleHint(hint, option, widget, returnData);

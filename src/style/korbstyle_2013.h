@@ -5,7 +5,7 @@
 
 /**
  * The 2013 (flat) look. It reports the generation 2013 through the custom hint
- * SH_CustomBase + 4 and its own custom metrics; its drawing is the frame's until the look
+ * KSH_StyleGeneration and its own custom metrics; its drawing is the frame's until the look
  * itself is written.
  */
 class NORVIKOFFICEUI_EXPORT KORBStyle_2013 : public KORBStyle

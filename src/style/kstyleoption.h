@@ -105,15 +105,28 @@ public:
 };
 
 /**
- * The framework's tool button (complex control 7, contents type 1). features carries the
- * button-style flag word of the widget in buttonStyle: 1 icon, 2 text, 4 drop-down arrow,
- * 8 text under icon, 16 hot-key underline, 64 even width.
+ * The framework's tool button (complex control 7, contents type 1). buttonStyle carries the
+ * widget's button-style word unchanged, a combination of ButtonStyleFlag; the widget and the
+ * style both read it by these names.
  */
 class NORVIKOFFICEUI_EXPORT KStyleOptionToolButton : public QStyleOptionToolButton
 {
 public:
     enum StyleOptionType { Type = SO_CustomBase + 7 };
     enum StyleOptionVersion { Version = 1 };
+
+    /// The bits of buttonStyle.
+    enum ButtonStyleFlag {
+        StyleIcon = 0x01,          ///< draw the icon also when there is text
+        StyleText = 0x02,          ///< draw the text also when there is an icon
+        StyleArrow = 0x04,         ///< a drop-down part with an arrow
+        StyleTextUnderIcon = 0x08, ///< large button, text below the icon
+        StyleHotKey = 0x10,        ///< the caption shows its mnemonic
+        StyleLargeMargins = 0x20,  ///< the style's larger margins
+        StyleEvenWidth = 0x40,     ///< odd widths are rounded up to even ones
+        StyleAutoHideText = 0x80   ///< no text on a narrow screen (together with StyleText)
+    };
+
     KStyleOptionToolButton();
 
     QString text2;

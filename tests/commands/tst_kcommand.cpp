@@ -66,7 +66,9 @@ void tst_KCommand::multiControlBool()
     QVERIFY(b.isTrue());
     const auto fs = KMultiControlBool::FullScreenControl;
     QVERIFY(b.setValue(fs, false));
-    QVERIFY(!b.isTrue() && !b.isTrue(fs) && b.isTrue(KMultiControlBool::PlainControl));
+    QVERIFY(!b.isTrue());
+    QVERIFY(!b.isTrue(fs));
+    QVERIFY(b.isTrue(KMultiControlBool::PlainControl));
     QVERIFY(!b.setValue(false)); // a second veto: the overall value does not change
     QVERIFY(!b.setValue(fs, true)); // lifts only its own veto
     QVERIFY(!b.isTrue());
@@ -128,7 +130,8 @@ void tst_KCommand::vetoesAndForceEnabled()
 
     // "forceenabled" overrides the vetoes both ways; removed, the vetoes count again.
     cmd.setProperty("forceenabled", true);
-    QVERIFY(cmd.isEnabled() && cmd.isEnabled(fs));
+    QVERIFY(cmd.isEnabled());
+    QVERIFY(cmd.isEnabled(fs));
     cmd.setProperty("forceenabled", QVariant());
     QVERIFY(!cmd.isEnabled());
     cmd.setEnabled(true);
@@ -275,7 +278,9 @@ void tst_KCommand::copyPropertiesAndReset()
 
     ClickCommand target(&hostB, nullptr);
     source.copyProperties(&target);
-    QVERIFY(target.text() == QString("Bold") && target.checkedHint() && !target.isEnabled());
+    QCOMPARE(target.text(), QString("Bold"));
+    QVERIFY(target.checkedHint());
+    QVERIFY(!target.isEnabled());
     QCOMPARE(target.property("hotKey").toString(), QString("B")); // dynamic properties too
     QCOMPARE(target.host(), &hostB); // read-only, kept
     QVERIFY(!target.partner());      // command pointers are not shared
@@ -285,7 +290,10 @@ void tst_KCommand::copyPropertiesAndReset()
     QSignalSpy spy(&source, &KCommand::changed);
     source.reset();
     QCOMPARE(spy.count(), 1);
-    QVERIFY(source.isEnabled() && !source.checkedHint() && !source.dialogHint() && source.buttonStyle() == 0);
+    QVERIFY(source.isEnabled());
+    QVERIFY(!source.checkedHint());
+    QVERIFY(!source.dialogHint());
+    QCOMPARE(source.buttonStyle(), 0);
     QVERIFY(source.dynamicPropertyNames().isEmpty());
     QCOMPARE(source.text(), QString("Bold")); // text stays
 }
@@ -294,7 +302,8 @@ void tst_KCommand::separators()
 {
     KSeparatorCommand* one = KSeparatorCommand::instance();
     KSeparatorCommand* two = KSeparatorCommand::instance2();
-    QVERIFY(KSeparatorCommand::isSeparator(one) && !KSeparatorCommand::isSeparator(two));
+    QVERIFY(KSeparatorCommand::isSeparator(one));
+    QVERIFY(!KSeparatorCommand::isSeparator(two));
     two->setStartEndTransparent(false);
     QVERIFY(KSeparatorCommand::instance2()->getStartEndTransparent()); // set again at each call
 

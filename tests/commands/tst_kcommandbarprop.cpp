@@ -105,7 +105,9 @@ void tst_KCommandBarProp::positionAndProtectionReachTheBar()
         QVERIFY(bar->isFloating());
         // Back from floating into a dock area: a docked bar again, not a window.
         props.setPosition(0);
-        QVERIFY(!bar->isFloating() && !bar->isWindow() && !bar->isHidden());
+        QVERIFY(!bar->isFloating());
+        QVERIFY(!bar->isWindow());
+        QVERIFY(!bar->isHidden());
         QCOMPARE(window.dockArea()->toolBarArea(bar), Qt::LeftToolBarArea);
     }
     // A view without a window changes the property only.
@@ -127,7 +129,8 @@ void tst_KCommandBarProp::positionAndProtectionReachTheBar()
                  {7, true, Qt::AllToolBarAreas}};
     for (const auto& step : steps) {
         own->setProtection(step.protection);
-        QVERIFY2(bar->isMovable() == step.movable && bar->allowedAreas() == step.areas, qPrintable(QString::number(step.protection)));
+        QVERIFY2(bar->isMovable() == step.movable, qPrintable(QString::number(step.protection)));
+        QVERIFY2(bar->allowedAreas() == step.areas, qPrintable(QString::number(step.protection)));
     }
 }
 

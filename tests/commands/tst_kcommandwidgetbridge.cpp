@@ -112,7 +112,7 @@ public:
     QWidget* createPocketWidget(QWidget* parent) override
     {
         auto* button = new KToolButton(parent);
-        button->setButtonStyle(5);
+        button->setButtonStyle(KToolButton::StyleIcon | KToolButton::StyleArrow);
         button->setDefaultCommand(this);
         return button;
     }
@@ -129,11 +129,14 @@ void checkLazy()
     QWidget container;
     auto* w = new Recorder<T>(&list, &container, &log);
     w->hide();
-    QVERIFY2(log.isEmpty() && list.countCalls == 0 && !w->isCommandConnected(), base);
+    QVERIFY2(log.isEmpty(), base);
+    QVERIFY2(list.countCalls == 0, base);
+    QVERIFY2(!w->isCommandConnected(), base);
 
     w->setVisible(true);
     const QStringList expected = {"connected", "update:a", "insert:0:a", "update:b", "insert:1:b"};
-    QVERIFY2(log == expected && list.countCalls == 1, base);
+    QVERIFY2(log == expected, base);
+    QVERIFY2(list.countCalls == 1, base);
     w->setVisible(false);
     w->setVisible(true);
     (void)w->sizeHint();
@@ -237,14 +240,16 @@ void tst_KCommandWidgetBridge::contractWidget()
 
     list.setEnabled(false);
     list.setVisible(false);
-    QVERIFY(!w->isEnabled() && w->isHidden());
+    QVERIFY(!w->isEnabled());
+    QVERIFY(w->isHidden());
     container.show();
     QVERIFY(!w->isVisible());
     QCOMPARE(w->connects, 0); // hidden by its command: still nothing built
 
     list.setVisible(true);
     list.setEnabled(true);
-    QVERIFY(w->isVisible() && w->isEnabled());
+    QVERIFY(w->isVisible());
+    QVERIFY(w->isEnabled());
     QCOMPARE(w->connects, 1);
 }
 
@@ -289,14 +294,16 @@ void tst_KCommandWidgetBridge::wrapAction()
     QToolBar bar;
     bar.addAction(&action);
     auto* label = qobject_cast<QLabel*>(bar.widgetForAction(&action));
-    QVERIFY(label && label->sizePolicy() == QLabel().sizePolicy());
+    QVERIFY(label);
+    QCOMPARE(label->sizePolicy(), QLabel().sizePolicy());
 
     // A tool button shows the mnemonic and takes the preferred size.
     ButtonCommand buttonCmd;
     KCommandWrapAction buttonAction(&buttonCmd, nullptr);
     bar.addAction(&buttonAction);
     auto* button = qobject_cast<KToolButton*>(bar.widgetForAction(&buttonAction));
-    QVERIFY(button && button->buttonStyle() == (5 | 16));
+    QVERIFY(button);
+    QCOMPARE(button->buttonStyle(), KToolButton::StyleIcon | KToolButton::StyleArrow | KToolButton::StyleHotKey);
     QCOMPARE(button->sizePolicy(), QSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred));
 }
 

@@ -155,14 +155,17 @@ void tst_KListCommand::cloneAndReset()
 
     QObject newHost;
     QScopedPointer<KCommand> copy(list.clone(&newHost, nullptr));
-    QVERIFY(qobject_cast<KListCommand*>(copy.data()) && copy->host() == &newHost);
+    QVERIFY(qobject_cast<KListCommand*>(copy.data()));
+    QCOMPARE(copy->host(), &newHost);
     QCOMPARE(copy->property("id"), QVariant(QString("edit")));
     QCOMPARE(texts(copy.data()), QStringList{"Copy"}); // separator and plain command are skipped
     QCOMPARE(copy->subCommand(0)->parent(), copy.data());
 
     list.setCheckedHint(true);
     list.reset();
-    QVERIFY(list.count() == 0 && !list.checkedHint() && !list.property("id").isValid());
+    QCOMPARE(list.count(), 0);
+    QVERIFY(!list.checkedHint());
+    QVERIFY(!list.property("id").isValid());
     QCOMPARE(copyItem->parent(), &list); // items it owns stay its children
 }
 
@@ -205,7 +208,8 @@ void tst_KListCommand::composeFollowsInnerLists()
     QVERIFY(recorder.inPlace);
 
     compose.clear();
-    QVERIFY(compose.countOrig() == 0 && compose.count() == 0);
+    QCOMPARE(compose.countOrig(), 0);
+    QCOMPARE(compose.count(), 0);
 }
 
 void tst_KListCommand::composeDropsDeadReferences()
@@ -242,16 +246,20 @@ void tst_KListCommand::apiDelegate()
     KCommandFactoryItem<KxTestMacroCommand, QObject> link("KxHyperlinkButtonCommand", "QObject");
     cmd->setMacroAction("RunMe");
     KCommand* delegate = cmd->delegateCommand();
-    QVERIFY(delegate && delegate->parent() == &owner);
+    QVERIFY(delegate);
+    QCOMPARE(delegate->parent(), &owner);
     QCOMPARE(delegate->property("action"), QVariant(QString("RunMe")));
     QSignalSpy ownTriggered(cmd, &KCommand::triggered);
     QSignalSpy delegateTriggered(delegate, &KCommand::triggered);
     cmd->trigger();
-    QVERIFY(ownTriggered.count() == 1 && delegateTriggered.count() == 1);
+    QCOMPARE(ownTriggered.count(), 1);
+    QCOMPARE(delegateTriggered.count(), 1);
 
     cmd->setDetail("http://example.invalid");
     cmd->setHyperlink("open");
-    QVERIFY(cmd->delegateCommand() && cmd->delegateCommand() != delegate && cmd->action().isEmpty());
+    QVERIFY(cmd->delegateCommand());
+    QVERIFY(cmd->delegateCommand() != delegate);
+    QVERIFY(cmd->action().isEmpty());
     cmd->setDetail("other");
     QCOMPARE(cmd->delegateCommand()->detail(), QString("other"));
     cmd->reset();

@@ -78,7 +78,9 @@ void tst_KListCommands::factoryRegistrations()
                              "KRbDonotShowHotKeyCommand", "KLayoutWidgetCommand", "KToolBarToggleViewCommand",
                              "KToolBarPopupMenuCommand"}) {
         QScopedPointer<KCommand> cmd(KCommandFactory::createCommand(name, &host, nullptr));
-        QVERIFY2(cmd && cmd->host() == &host && QLatin1String(cmd->metaObject()->className()) == QLatin1String(name), name);
+        QVERIFY2(cmd, name);
+        QVERIFY2(cmd->host() == &host, name);
+        QVERIFY2(QLatin1String(cmd->metaObject()->className()) == QLatin1String(name), name);
     }
 }
 
@@ -90,13 +92,15 @@ void tst_KListCommands::mruItemsFollowStrings()
     mru.setStrings({"a", "b", "c"});
     QCOMPARE(inserted.count(), 3);
     auto* first = qobject_cast<KMRUItemCommand*>(mru.subCommand(0));
-    QVERIFY(first && first->parent() == &mru);
+    QVERIFY(first);
+    QCOMPARE(first->parent(), &mru);
 
     // Fewer strings: the surplus goes from the last down; the rest are renamed.
     mru.setStrings({"x"});
     QCOMPARE(removed.count(), 2);
     QCOMPARE(removed.at(0).at(0).toInt(), 2);
-    QVERIFY(mru.subCommand(0) == first && first->text() == QString("x"));
+    QCOMPARE(mru.subCommand(0), first);
+    QCOMPARE(first->text(), QString("x"));
 
     // A limit cuts; lowering the limit to 0 brings nothing back, -1 is no limit.
     mru.setMaxItems(3);
@@ -141,7 +145,8 @@ void tst_KListCommands::mruKeepsStringsInSettings()
         mru.setStrings({"/a/one.txt", "/b/two.html", "/c/three.txt"});
         mru.setStrings({"/b/two.html", "/a/one.txt"}); // a shorter list leaves nothing stale
     }
-    QVERIFY(KSettings().value(key + "/count").toInt() == 2 && !KSettings().contains(key + "/item3"));
+    QCOMPARE(KSettings().value(key + "/count").toInt(), 2);
+    QVERIFY(!KSettings().contains(key + "/item3"));
     // The next start: a list with the same key and a smaller limit.
     KMRUCommand again(this, nullptr);
     again.setMaxItems(1);
@@ -200,7 +205,8 @@ void tst_KListCommands::quickMenuFace()
     }
     QVERIFY(!quick.referenceCommand());
     quick.syncCommand();
-    QVERIFY(quick.text().isEmpty() && !quick.isEnabled());
+    QVERIFY(quick.text().isEmpty());
+    QVERIFY(!quick.isEnabled());
 }
 
 void tst_KListCommands::quickMenuEnablement()
@@ -228,7 +234,8 @@ void tst_KListCommands::visibilityFollowers()
     toggle.setDefaultCommand(&panel);
     QVERIFY(toggle.checkedHint());
     toggle.trigger();
-    QVERIFY(!panel.isVisible() && !toggle.checkedHint());
+    QVERIFY(!panel.isVisible());
+    QVERIFY(!toggle.checkedHint());
     panel.setVisible(true);
     QVERIFY(toggle.checkedHint());
 
@@ -260,7 +267,8 @@ void tst_KListCommands::visibilityFollowers()
     action.setChecked(true);
     barToggle.setAction(&action);
     barToggle.update();
-    QVERIFY(barToggle.text() == QString("Standard") && barToggle.checkedHint());
+    QCOMPARE(barToggle.text(), QString("Standard"));
+    QVERIFY(barToggle.checkedHint());
     barToggle.trigger();
     QVERIFY(!action.isChecked());
 
@@ -278,7 +286,8 @@ void tst_KListCommands::menuCommandBuildsFromCode()
     KTriggerCommand* open = menu->addMenuItem("&Open");
     menu->addSeparator();
     QCOMPARE(menu->count(), 3);
-    QVERIFY(sub->host() == &host && open->parent() == &host);
+    QCOMPARE(sub->host(), &host);
+    QCOMPARE(open->parent(), &host);
     QCOMPARE(open->text() + open->property("hotKey").toString(), QString("OpenO")); // the mnemonic read off
     QVERIFY(KSeparatorCommand::isSeparator(menu->subCommand(2)));
 }
@@ -300,7 +309,8 @@ void tst_KListCommands::clones()
     for (KTriggerCommand* source : sources) {
         source->setText(QString("src-") + source->metaObject()->className());
         QScopedPointer<KCommand> copy(source->clone(&newHost, nullptr));
-        QVERIFY(copy && copy->metaObject() == &KTriggerCommand::staticMetaObject);
+        QVERIFY(copy);
+        QCOMPARE(copy->metaObject(), &KTriggerCommand::staticMetaObject);
         QCOMPARE(copy->text(), source->text());
         QSignalSpy sourceRuns(source, &KCommand::triggered);
         copy->trigger();
@@ -318,7 +328,9 @@ void tst_KListCommands::clones()
     item.trigger();
     QScopedPointer<KCommand> quickCopy(quick.clone(&newHost, nullptr));
     auto* quickClone = qobject_cast<KQuickMenuCommand*>(quickCopy.data());
-    QVERIFY(quickClone && quickClone->referenceCommand() && quickClone->referenceCommand() != &item);
+    QVERIFY(quickClone);
+    QVERIFY(quickClone->referenceCommand());
+    QVERIFY(quickClone->referenceCommand() != &item);
     QCOMPARE(quickClone->text(), QString("item"));
     QSignalSpy itemRuns(&item, &KCommand::triggered);
     quickClone->trigger();
@@ -331,7 +343,9 @@ void tst_KListCommands::pocketWidgets()
     QWidget parent;
     KTriggerCommand trigger(this, nullptr);
     auto* button = qobject_cast<KToolButton*>(trigger.requestWidget(&parent, KCommand::PocketPurpose));
-    QVERIFY(button && button->command() == &trigger && trigger.lastButton() == button);
+    QVERIFY(button);
+    QCOMPARE(button->command(), &trigger);
+    QCOMPARE(trigger.lastButton(), button);
     KRbDonotShowHotKeyCommand hidden(this, nullptr);
     QVERIFY(qobject_cast<KRbDonotShowHotKeyToolButton*>(hidden.requestWidget(&parent, KCommand::PocketPurpose)));
 

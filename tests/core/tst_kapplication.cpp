@@ -100,7 +100,8 @@ void tst_KApplication::importsLoadDepthFirst()
     QSignalSpy spy(testApp(), &KApplication::xmlSetuped);
     KWarningCatcher warnings;
     QVERIFY(testApp()->setupXml(main));
-    QVERIFY(warnings.count() == 0 && testApp()->mainCalls == 1);
+    QCOMPARE(warnings.count(), 0);
+    QCOMPARE(testApp()->mainCalls, 1);
 
     const QStringList expected = {"c.xml", "a.xml", "b.xml", "main.xml"};
     QCOMPARE(testApp()->setupedFiles, expected);
@@ -129,10 +130,13 @@ void tst_KApplication::importFailuresAreSkipped()
         QVERIFY2(warnings.contains(text), text);
     // Both warnings about a.xml name the line of its document element, not of the import.
     const QStringList needPath = warnings.matching("import node need path attribute.");
-    QVERIFY(needPath.size() == 1 && needPath.first().contains("a.xml )") && needPath.first().contains(" 1 :"));
+    QCOMPARE(needPath.size(), 1);
+    QVERIFY(needPath.first().contains("a.xml )"));
+    QVERIFY(needPath.first().contains(" 1 :"));
     const QStringList failed = warnings.matching("Can not import sub xml.");
     QCOMPARE(failed.size(), 2); // missing.xml from a.xml, broken.xml from main.xml
-    QVERIFY(failed.at(0).contains("a.xml )") && failed.at(1).contains("main.xml )"));
+    QVERIFY(failed.at(0).contains("a.xml )"));
+    QVERIFY(failed.at(1).contains("main.xml )"));
 }
 
 void tst_KApplication::importCyclesAndDepthAreRefused()
@@ -145,7 +149,8 @@ void tst_KApplication::importCyclesAndDepthAreRefused()
         QVERIFY(testApp()->setupXml(main));
         QCOMPARE(testApp()->setupedFiles, QStringList({"b.xml", "a.xml", "main.xml"}));
         const QStringList cycle = warnings.matching("import cycle");
-        QVERIFY(cycle.size() == 1 && cycle.first().contains("b.xml )"));
+        QCOMPARE(cycle.size(), 1);
+        QVERIFY(cycle.first().contains("b.xml )"));
     }
 
     // A chain of 40 documents: the ones past the depth bound are refused, the rest load.
@@ -157,7 +162,8 @@ void tst_KApplication::importCyclesAndDepthAreRefused()
     write("d40.xml", "<ui/>");
     KWarningCatcher warnings;
     QVERIFY(testApp()->setupXml(m_dir->filePath("d0.xml")));
-    QVERIFY(testApp()->setupedFiles.size() == 33 && testApp()->setupedFiles.first() == QString("d32.xml"));
+    QCOMPARE(testApp()->setupedFiles.size(), 33);
+    QCOMPARE(testApp()->setupedFiles.first(), QString("d32.xml"));
     QCOMPARE(warnings.matching("imports nested deeper than 32").size(), 1);
 }
 
@@ -174,7 +180,8 @@ void tst_KApplication::mainDocumentFailures()
     testApp()->refuseMain = true;
     QVERIFY(!testApp()->setupXml(main));
     QCOMPARE(testApp()->mainCalls, 1);
-    QVERIFY(testApp()->setupedFiles.isEmpty() && testApp()->getDoms().isEmpty());
+    QVERIFY(testApp()->setupedFiles.isEmpty());
+    QVERIFY(testApp()->getDoms().isEmpty());
 }
 
 void tst_KApplication::mainWindowStack()
@@ -245,19 +252,24 @@ void tst_KApplication::modelessDialogsHideAroundModalWindows()
         d->show();
 
     runModal(owner, [&](QDialog*) {
-        QVERIFY(!plain->isVisible() && exempt->isVisible() && owner->isVisible());
+        QVERIFY(!plain->isVisible());
+        QVERIFY(exempt->isVisible());
+        QVERIFY(owner->isVisible());
         QCOMPARE(plain->property("NoModalDilogCount").toInt(), 1);
         delete doomed; // a hidden dialog may die before it comes back
         // A nested modal window: a dialog comes back only after the modal window that hid
         // it first has ended.
         runModal(&mainWindow, [&](QDialog*) {
-            QVERIFY(!plain->isVisible() && !owner->isVisible());
+            QVERIFY(!plain->isVisible());
+            QVERIFY(!owner->isVisible());
             QCOMPARE(plain->property("NoModalDilogCount").toInt(), 2);
         });
-        QVERIFY(!plain->isVisible() && owner->isVisible());
+        QVERIFY(!plain->isVisible());
+        QVERIFY(owner->isVisible());
         QCOMPARE(plain->property("NoModalDilogCount").toInt(), 1);
     });
-    QVERIFY(plain->isVisible() && plain->testAttribute(Qt::WA_ShowWithoutActivating));
+    QVERIFY(plain->isVisible());
+    QVERIFY(plain->testAttribute(Qt::WA_ShowWithoutActivating));
     QCOMPARE(plain->property("NoModalDilogCount").toInt(), 0);
     app->removeMainWindow(&mainWindow);
 }
@@ -280,7 +292,8 @@ void tst_KApplication::privateFonts()
     const QStringList bad = warnings.matching("Could not load");
     QCOMPARE(bad.size(), 1);
     QVERIFY(bad.first().endsWith("aa-broken.ttf"));
-    QVERIFY(QFontDatabase::families().size() >= before && QFontDatabase::families().contains("DejaVu Sans"));
+    QVERIFY(QFontDatabase::families().size() >= before);
+    QVERIFY(QFontDatabase::families().contains("DejaVu Sans"));
 }
 
 void tst_KApplication::messageHandler()
@@ -291,8 +304,10 @@ void tst_KApplication::messageHandler()
     p.start(QCoreApplication::applicationFilePath(), {"--emit-messages"});
     QVERIFY(p.waitForFinished(30000));
     const QString err = QString::fromLocal8Bit(p.readAllStandardError());
-    QVERIFY2(!err.contains("a debug text") && !err.contains("a warning text"), qPrintable(err));
-    QVERIFY2(err.contains("Critical: a critical text\n") && err.contains("Fatal: a fatal text\n"), qPrintable(err));
+    QVERIFY2(!err.contains("a debug text"), qPrintable(err));
+    QVERIFY2(!err.contains("a warning text"), qPrintable(err));
+    QVERIFY2(err.contains("Critical: a critical text\n"), qPrintable(err));
+    QVERIFY2(err.contains("Fatal: a fatal text\n"), qPrintable(err));
     QCOMPARE(p.exitStatus(), QProcess::CrashExit); // abort()
 }
 

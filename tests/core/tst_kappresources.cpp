@@ -78,18 +78,22 @@ void tst_KAppResources::libraries()
     QVERIFY(libraries->setupXml(loadDoc(path)));
     QCOMPARE(libraries->count(), 1);
     QLibrary* lib = libraries->item(QStringLiteral("Qt6Xml"));
-    QVERIFY(lib && lib->isLoaded() && lib->fileName().startsWith(qtLibs));
+    QVERIFY(lib);
+    QVERIFY(lib->isLoaded());
+    QVERIFY(lib->fileName().startsWith(qtLibs));
 
     // The second entry of one name is refused whatever its path says; without a path the
     // library is looked for beside the program.
     const QStringList twice = catcher.matching(QStringLiteral("is already loaded."));
-    QVERIFY(twice.size() == 1 && twice.first().contains(QStringLiteral("Qt6Xml")));
+    QCOMPARE(twice.size(), 1);
+    QVERIFY(twice.first().contains(QStringLiteral("Qt6Xml")));
     const QStringList failed = catcher.matching(QStringLiteral("Can't load library:"));
     QCOMPARE(failed.size(), 1);
     QVERIFY(QDir::cleanPath(failed.first()).contains(QCoreApplication::applicationDirPath() + "/norvik_no_such_lib"));
 
     libraries->resetXml();
-    QVERIFY(libraries->count() == 0 && !libraries->item(QStringLiteral("Qt6Xml")));
+    QCOMPARE(libraries->count(), 0);
+    QVERIFY(!libraries->item(QStringLiteral("Qt6Xml")));
 }
 
 void tst_KAppResources::iconFoldersAndWarnings()
@@ -100,7 +104,9 @@ void tst_KAppResources::iconFoldersAndWarnings()
     KWarningCatcher catcher;
     QVERIFY(loadIconFolders(dir, {dir.filePath("a"), dir.filePath("missing"), dir.filePath("b")}));
     const QStringList warnings = catcher.matching(QStringLiteral("Resource Loader: Dir"));
-    QVERIFY(warnings.size() == 1 && warnings.first().contains(dir.filePath("missing")) && warnings.first().contains("is not exist"));
+    QCOMPARE(warnings.size(), 1);
+    QVERIFY(warnings.first().contains(dir.filePath("missing")));
+    QVERIFY(warnings.first().contains("is not exist"));
     QCOMPARE(app()->theme()->resLoader()->iconDirs(), QStringList({dir.filePath("a"), dir.filePath("b")}));
 }
 
@@ -129,13 +135,15 @@ void tst_KAppResources::iconsLoadLazilyAndOnce()
     // a later lookup still paints the loaded images.
     const QIcon again = app()->loadIcon(QStringLiteral("doc-new"));
     QCOMPARE(again.cacheKey(), first.cacheKey());
-    QVERIFY(QFile::remove(small + "/doc-new.png") && QFile::remove(large + "/doc-new.png"));
+    QVERIFY(QFile::remove(small + "/doc-new.png"));
+    QVERIFY(QFile::remove(large + "/doc-new.png"));
     const QImage canvas = KTestSupport::paint(QSize(16, 16), [&](QPainter& p) { again.paint(&p, QRect(0, 0, 16, 16)); });
     QCOMPARE(canvas.pixelColor(8, 8), QColor(Qt::red));
 
     // An icon of a file that exists nowhere is null once it was looked for.
     const QIcon ghost = app()->loadIcon(QStringLiteral("no-such-icon"));
-    QVERIFY(ghost.pixmap(QSize(16, 16)).isNull() && ghost.isNull());
+    QVERIFY(ghost.pixmap(QSize(16, 16)).isNull());
+    QVERIFY(ghost.isNull());
 }
 
 void tst_KAppResources::resetLeavesIconsUsable()

@@ -144,8 +144,9 @@ void tst_KSettings::portableForm()
     child.start(copy, {"portableForm"});
     QVERIFY(child.waitForFinished(120000));
     const QByteArray output = child.readAll();
-    QVERIFY2(child.exitStatus() == QProcess::NormalExit && child.exitCode() == 0
-                 && output.contains("PASS   : tst_KSettings::portableForm()"), output.constData());
+    QVERIFY2(child.exitStatus() == QProcess::NormalExit, output.constData());
+    QVERIFY2(child.exitCode() == 0, output.constData());
+    QVERIFY2(output.contains("PASS   : tst_KSettings::portableForm()"), output.constData());
 
     // The file the child wrote, read here without the framework.
     QFile file(dir.filePath("cfgs/shell.cfg"));
@@ -164,7 +165,8 @@ void tst_KSettings::portableChild()
     KApplication::instance()->setProductName(QStringLiteral("ignored"));
     {
         KSettings settings;
-        QVERIFY(KSettings::XmlFormat != QSettings::InvalidFormat && settings.format() == KSettings::XmlFormat);
+        QVERIFY(KSettings::XmlFormat != QSettings::InvalidFormat);
+        QCOMPARE(settings.format(), KSettings::XmlFormat);
         QCOMPARE(settings.fileName(), QCoreApplication::applicationDirPath() + QStringLiteral("/cfgs/shell.cfg"));
         settings.setValue("a/b", 1);
         settings.setValue("2013/Theme", "#336699");

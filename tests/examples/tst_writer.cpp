@@ -30,6 +30,7 @@ private Q_SLOTS:
     void initTestCase();
     void descriptionBuildsTheWindow();
     void commandsReachTheHost();
+    void changedDocumentIsMarked();
     void formatTogglesFollowTheCursor();
     void richTextRoundTrip();
     void themeColoursRetintAndPersist();
@@ -69,7 +70,8 @@ void tst_Writer::descriptionBuildsTheWindow()
              QStringList({"FileNew", "FileOpen", "FileSave", "FileSaveAs", "", "RecentFiles", "",
                           "FilePageSetup", "FileProtect"}));
     QDockWidget* outline = w->findDockWidget("OutlinePanel");
-    QVERIFY(outline && w->findDockWidget("PropertiesPanel"));
+    QVERIFY(outline);
+    QVERIFY(w->findDockWidget("PropertiesPanel"));
     QCOMPARE(w->dockWidgetArea(outline), Qt::LeftDockWidgetArea);
     QVERIFY(qobject_cast<WriterOutlineView*>(outline->widget()));
 }
@@ -92,8 +94,10 @@ void tst_Writer::commandsReachTheHost()
 
     // The edit commands follow the document and act on it.
     cmd("FileNew")->trigger();
-    QVERIFY(editor()->toPlainText().isEmpty() && w->filePath().isEmpty());
-    QVERIFY(!cmd("EditUndo")->isEnabled() && !cmd("EditCopy")->isEnabled());
+    QVERIFY(editor()->toPlainText().isEmpty());
+    QVERIFY(w->filePath().isEmpty());
+    QVERIFY(!cmd("EditUndo")->isEnabled());
+    QVERIFY(!cmd("EditCopy")->isEnabled());
     QTest::keyClicks(editor(), "hello");
     QVERIFY(cmd("EditUndo")->isEnabled());
     editor()->selectAll();
@@ -104,13 +108,34 @@ void tst_Writer::commandsReachTheHost()
     QCOMPARE(editor()->toPlainText(), QString("hello"));
 }
 
+void tst_Writer::changedDocumentIsMarked()
+{
+    // The title carries Qt's placeholder for the mark, and the window says whether it is due.
+    WriterWindow* w = m_window.data();
+    QTemporaryDir dir;
+    const QString path = KTestSupport::writeFile(dir.filePath("letter.txt"), "Dear reader\n");
+    QVERIFY(w->openFile(path));
+    QCOMPARE(w->windowTitle(), QString("letter.txt[*] - Norvik Writer"));
+    QVERIFY(!w->isWindowModified());
+    QTest::keyClicks(editor(), "x");
+    QVERIFY(w->isWindowModified());
+    QVERIFY(w->saveFile(path));
+    QVERIFY(!w->isWindowModified());
+    QTest::keyClicks(editor(), "y");
+    cmd("FileNew")->trigger();
+    QVERIFY(!w->isWindowModified());
+    QCOMPARE(w->windowTitle(), QString("Untitled[*] - Norvik Writer"));
+}
+
 void tst_Writer::formatTogglesFollowTheCursor()
 {
     WriterWindow* w = m_window.data();
     KCommand* bold = cmd("FormatBold");
     KCommand* italic = cmd("FormatItalic");
     KToolBar* bar = w->findToolBar(cmd("FormatBar"));
-    QVERIFY(bold && italic && bar);
+    QVERIFY(bold);
+    QVERIFY(italic);
+    QVERIFY(bar);
     const int index = KTestSupport::actionIds(bar).indexOf("FormatBold");
     auto* boldButton = qobject_cast<KToolButton*>(bar->widgetForAction(bar->actions().value(index)));
     QVERIFY(boldButton);
@@ -118,7 +143,8 @@ void tst_Writer::formatTogglesFollowTheCursor()
     QTest::keyClicks(editor(), "plain ");
     QVERIFY(!bold->checkedHint());
     QTest::mouseClick(boldButton, Qt::LeftButton); // the bar's button reaches the host
-    QVERIFY(bold->checkedHint() && boldButton->isChecked());
+    QVERIFY(bold->checkedHint());
+    QVERIFY(boldButton->isChecked());
     QTest::keyClicks(editor(), "strong");
     italic->trigger();
     QTest::keyClicks(editor(), "both");
@@ -146,7 +172,8 @@ void tst_Writer::richTextRoundTrip()
     cmd("FormatBold")->trigger();
     QTest::keyClicks(editor(), "bold");
     const QString html = dir.filePath("page.html"), text = dir.filePath("page.txt");
-    QVERIFY(w->saveFile(html) && w->saveFile(text));
+    QVERIFY(w->saveFile(html));
+    QVERIFY(w->saveFile(text));
     QFile plain(text);
     QVERIFY(plain.open(QIODevice::ReadOnly));
     QCOMPARE(plain.readAll(), QByteArray("a bold"));
@@ -167,12 +194,14 @@ void tst_Writer::themeColoursRetintAndPersist()
     KAppTheme* theme = KApplication::instance()->theme();
     KCommand* green = cmd("ThemeGreen");
     KCommand* blue = cmd("ThemeBlue");
-    QVERIFY(green && blue);
+    QVERIFY(green);
+    QVERIFY(blue);
     blue->trigger();
     const QColor blueWindow = KDrawHelpFunc::getColorFromTheme("common", "window");
     green->trigger();
     QCOMPARE(theme->getBaseColor(), QColor("#217346"));
-    QVERIFY(green->checkedHint() && !blue->checkedHint());
+    QVERIFY(green->checkedHint());
+    QVERIFY(!blue->checkedHint());
     // Colours relative to the base follow it, and so does the application palette.
     const QColor greenWindow = KDrawHelpFunc::getColorFromTheme("common", "window");
     QVERIFY(greenWindow != blueWindow);
@@ -193,7 +222,9 @@ void tst_Writer::recentFilesSurviveARestart()
     QTemporaryDir dir;
     const QString a = QFileInfo(KTestSupport::writeFile(dir.filePath("a.txt"), "alpha")).absoluteFilePath();
     const QString b = QFileInfo(KTestSupport::writeFile(dir.filePath("b.txt"), "beta")).absoluteFilePath();
-    QVERIFY(w->openFile(a) && w->openFile(b) && w->openFile(a));
+    QVERIFY(w->openFile(a));
+    QVERIFY(w->openFile(b));
+    QVERIFY(w->openFile(a));
     QCOMPARE(recent->getStrings(), QStringList({a, b}));
     QCOMPARE(recent->subCommand(1)->text(), QString("2 ") + b); // numbered, as the description asks
 

@@ -1,8 +1,11 @@
 #include <ktestsupport.h>
 
+#include <QHBoxLayout>
 #include <QMouseEvent>
+#include <QProxyStyle>
 #include <QSignalSpy>
 #include <QStyleFactory>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <kappidlesvr.h>
@@ -86,8 +89,11 @@ private Q_SLOTS:
     void clicks();
     void pressedLook();
     void sizesAndAutoHide();
+    void gainingAnIconRelaysOut();
     void hoverUnderPopup();
     void painting();
+    void hostStyles_data();
+    void hostStyles();
 };
 
 void tst_KToolButton::initTestCase()
@@ -106,7 +112,8 @@ void tst_KToolButton::followsCommandChanges()
     KToolButton button;
     button.setDefaultCommand(&cmd);
     QCOMPARE(button.icon().cacheKey(), cmd.icon().cacheKey());
-    QVERIFY(button.isChecked() && !button.isEnabled());
+    QVERIFY(button.isChecked());
+    QVERIFY(!button.isEnabled());
     cmd.setText("Heavy");
     cmd.setVisible(false);
     QCOMPARE(button.text(), QString("Heavy"));
@@ -117,7 +124,8 @@ void tst_KToolButton::followsCommandChanges()
     cmd.wanted = false;
     KEvent idle(KEvent::Idle);
     QVERIFY(QCoreApplication::sendEvent(&button, &idle));
-    QVERIFY(cmd.updates > 0 && !button.isChecked());
+    QVERIFY(cmd.updates > 0);
+    QVERIFY(!button.isChecked());
 
     // A second command replaces the first entirely.
     KTriggerCommand other(this, nullptr);
@@ -142,21 +150,23 @@ void tst_KToolButton::captionAndStyleWord()
 {
     KTriggerCommand cmd(this, nullptr);
     cmd.setText("Save & Close & Exit");
+    const int iconText = KToolButton::StyleIcon | KToolButton::StyleText;
+    const int iconArrow = KToolButton::StyleIcon | KToolButton::StyleArrow;
     KToolButton button;
-    button.setButtonStyle(3);
+    button.setButtonStyle(iconText);
     button.setDefaultCommand(&cmd);
     // Only the first ampersand is doubled.
     QCOMPARE(button.text(), QString("Save && Close & Exit"));
     // A command without a style of its own leaves the button's; one with a style gives it.
-    QCOMPARE(button.buttonStyle(), 3);
-    cmd.setButtonStyle(5);
-    QCOMPARE(button.buttonStyle(), 5);
+    QCOMPARE(button.buttonStyle(), iconText);
+    cmd.setButtonStyle(iconArrow);
+    QCOMPARE(button.buttonStyle(), iconArrow);
     // A new style word sets the caption again, now without the doubling.
     QCOMPARE(button.text(), QString("Save & Close & Exit"));
     cmd.setText("Open");
     cmd.setProperty("hotKey", "O");
     cmd.setDialogHint(true);
-    button.setButtonStyle(5 | KToolButton::StyleHotKey);
+    button.setButtonStyle(iconArrow | KToolButton::StyleHotKey);
     QCOMPARE(button.text(), cmd.getDrawText());
 }
 
@@ -243,21 +253,22 @@ void tst_KToolButton::sizesAndAutoHide()
     button.setIcon(redIcon());
     button.setText("A long caption");
     const QSize iconOnly = button.sizeHint();
-    button.setButtonStyle(3);
+    const int iconText = KToolButton::StyleIcon | KToolButton::StyleText;
+    button.setButtonStyle(iconText);
     const QSize beside = button.sizeHint();
     QVERIFY(beside.width() > iconOnly.width() + 40);
-    button.setButtonStyle(3 | KToolButton::StyleArrow);
+    button.setButtonStyle(iconText | KToolButton::StyleArrow);
     QVERIFY(button.sizeHint().width() > beside.width());
 
     // The offscreen screen is narrower than 1279 pixels: the caption goes at the next paint,
     // and the size drops with it; without the text bit the flag is never touched.
-    button.setButtonStyle(2 | KToolButton::StyleAutoHideText | KToolButton::StyleIcon);
+    button.setButtonStyle(iconText | KToolButton::StyleAutoHideText);
     QVERIFY(button.screen()->geometry().width() < 1279);
     const QSize withText = button.sizeHint();
     KToolButton plain;
     plain.setIcon(redIcon());
     plain.setText("Caption");
-    plain.setButtonStyle(1 | KToolButton::StyleAutoHideText);
+    plain.setButtonStyle(KToolButton::StyleIcon | KToolButton::StyleAutoHideText);
     for (KToolButton* b : {&button, &plain}) {
         b->show();
         QVERIFY(QTest::qWaitForWindowExposed(b));
@@ -266,6 +277,27 @@ void tst_KToolButton::sizesAndAutoHide()
     QVERIFY(!button.needDrawText());
     QVERIFY(button.sizeHint().width() < withText.width());
     QVERIFY(!plain.isTextAutoHidden());
+}
+
+void tst_KToolButton::gainingAnIconRelaysOut()
+{
+    // A text button in a host's box layout: the layout gives it the room of its new size.
+    QWidget window;
+    auto* layout = new QHBoxLayout(&window);
+    auto* button = new KToolButton;
+    button->setButtonStyle(KToolButton::StyleIcon | KToolButton::StyleText);
+    button->setText("Caption");
+    layout->addWidget(button);
+    layout->addStretch();
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const int textOnly = button->width();
+
+    button->setIcon(redIcon());
+    QTRY_COMPARE(button->width(), button->sizeHint().width());
+    QVERIFY(button->width() > textOnly);
+    button->setIcon(QIcon());
+    QTRY_COMPARE(button->width(), textOnly);
 }
 
 void tst_KToolButton::hoverUnderPopup()
@@ -341,6 +373,96 @@ void tst_KToolButton::painting()
     colour.resize(40, 30);
     colour.colorChange(QColor(0, 200, 0));
     QVERIFY(KTestSupport::anyPixel(colour.grab().toImage(), [](const QColor& c) { return c == QColor(0, 200, 0); }));
+}
+
+namespace {
+
+// A host's own styles, which know nothing of the framework: one on top of a stock style, one
+// built on the common style itself.
+class HostProxyStyle : public QProxyStyle
+{
+public:
+    using QProxyStyle::QProxyStyle;
+};
+class HostCommonStyle : public QCommonStyle
+{
+};
+
+// The framework's style, counting the tool buttons it draws.
+class CountingStyle : public KORBStyle
+{
+public:
+    CountingStyle() : KORBStyle(QStyleFactory::create("Fusion")) {}
+    mutable int toolButtons = 0;
+    void drawComplexControl_ToolButton(const KStyleOptionToolButton*, QPainter*, const QWidget*) const override
+    {
+        ++toolButtons;
+    }
+};
+
+} // namespace
+
+void tst_KToolButton::hostStyles_data()
+{
+    QTest::addColumn<QString>("host"); // the host's style class
+    QTest::addColumn<int>("buttonStyle");
+    QTest::addColumn<bool>("icon");
+    const int iconText = KToolButton::StyleIcon | KToolButton::StyleText;
+    QTest::newRow("proxy, text beside icon") << "proxy" << iconText << true;
+    QTest::newRow("proxy, text under icon") << "proxy" << (iconText | KToolButton::StyleTextUnderIcon) << true;
+    QTest::newRow("proxy, split") << "proxy" << (iconText | KToolButton::StyleArrow) << true;
+    QTest::newRow("proxy, text only") << "proxy" << iconText << false;
+    QTest::newRow("common, icon only") << "common" << int(KToolButton::StyleIcon) << true;
+}
+
+void tst_KToolButton::hostStyles()
+{
+    // A host sets a style of its own on the button: it looks and measures as the stock tool
+    // button of that style, and the style warns of nothing it cannot draw.
+    QFETCH(QString, host);
+    QFETCH(int, buttonStyle);
+    QFETCH(bool, icon);
+    std::unique_ptr<QStyle> style;
+    if (host == QLatin1String("proxy"))
+        style.reset(new HostProxyStyle(QStyleFactory::create("Fusion")));
+    else
+        style.reset(new HostCommonStyle);
+
+    KWarningCatcher warnings;
+    KToolButton button;
+    button.setStyle(style.get());
+    button.setButtonStyle(buttonStyle);
+    button.setText("Save");
+    if (icon)
+        button.setIcon(redIcon());
+    QToolButton stock;
+    stock.setStyle(style.get());
+    stock.setAutoRaise(true);
+    stock.setText("Save");
+    stock.setIcon(button.icon());
+    stock.setIconSize(button.iconSize());
+    if (buttonStyle & KToolButton::StyleArrow)
+        stock.setPopupMode(QToolButton::MenuButtonPopup);
+    stock.setToolButtonStyle(!(buttonStyle & KToolButton::StyleText) ? Qt::ToolButtonIconOnly
+                             : (buttonStyle & KToolButton::StyleTextUnderIcon) ? Qt::ToolButtonTextUnderIcon
+                                                                               : Qt::ToolButtonTextBesideIcon);
+
+    QCOMPARE(button.sizeHint(), stock.sizeHint());
+    button.resize(button.sizeHint());
+    stock.resize(button.size());
+    const QImage drawn = button.grab().toImage();
+    QCOMPARE(drawn, stock.grab().toImage());
+    const QColor background = drawn.pixelColor(0, 0);
+    QVERIFY(KTestSupport::anyPixel(drawn, [&](const QColor& c) { return c != background; }));
+    QCOMPARE(warnings.messages(), QStringList());
+
+    // The framework's style under a host's proxy is still the framework's style.
+    auto* framework = new CountingStyle;
+    HostProxyStyle wrapped(framework);
+    button.setStyle(&wrapped);
+    button.grab();
+    QCOMPARE(framework->toolButtons, 1);
+    button.setStyle(nullptr);
 }
 
 NORVIK_TEST_MAIN(tst_KToolButton)

@@ -72,7 +72,8 @@ void tst_KMainWindow::structureAndPool()
     window.addToolBar(first);
     QCOMPARE(window.toolBarCount(), 2);
     QCOMPARE(window.findToolBar(list), first);
-    QVERIFY(window.hasToolbar(Qt::RightToolBarArea) && !window.hasToolbar(Qt::BottomToolBarArea));
+    QVERIFY(window.hasToolbar(Qt::RightToolBarArea));
+    QVERIFY(!window.hasToolbar(Qt::BottomToolBarArea));
 
     // A bar whose properties say floating is kept out of the dock areas.
     auto* floatingList = new KListCommand(&window, window.commands());
@@ -84,7 +85,8 @@ void tst_KMainWindow::structureAndPool()
     QCOMPARE(window.dockArea()->toolBarArea(floating), Qt::NoToolBarArea);
     QCOMPARE(window.toolBarCount(), 3);
     window.removeToolBar(second);
-    QVERIFY(window.toolBarCount() == 2 && !window.hasToolbar(Qt::RightToolBarArea));
+    QCOMPARE(window.toolBarCount(), 2);
+    QVERIFY(!window.hasToolbar(Qt::RightToolBarArea));
     delete second;
 }
 
@@ -98,20 +100,25 @@ void tst_KMainWindow::fullScreenKeepsUserHiddenBars()
     KCommand* fmt = window.commands()->command("Fmt");
     KToolBar* stdBar = window.findToolBar(std);
     KToolBar* fmtBar = window.findToolBar(fmt);
-    QVERIFY(stdBar && fmtBar);
+    QVERIFY(stdBar);
+    QVERIFY(fmtBar);
     QWidget* customWidget = nullptr;
     KCommand* custom = nullptr;
     window.addCustomToolBar(&customWidget, &custom);
     auto* customBar = qobject_cast<KToolBar*>(customWidget);
-    QVERIFY(customBar && custom && customBar->command() == custom);
+    QVERIFY(customBar);
+    QVERIFY(custom);
+    QCOMPARE(customBar->command(), custom);
 
     window.showMaximized();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     fmt->setVisible(false); // the user closes one bar
     window.setFullScreen(true);
     window.setAllToolBarsVisilbe(false);
-    QVERIFY(window.isFullScreen() && (window.windowState() & Qt::WindowFullScreen));
-    QVERIFY(stdBar->isHidden() && !std->isVisible(KMultiControlBool::FullScreenControl));
+    QVERIFY(window.isFullScreen());
+    QVERIFY(window.windowState() & Qt::WindowFullScreen);
+    QVERIFY(stdBar->isHidden());
+    QVERIFY(!std->isVisible(KMultiControlBool::FullScreenControl));
     QCOMPARE(window.toolBarCount(), 3); // without a ribbon there is no full-screen bar
     QCOMPARE(window.currentVisibleBars(), QSet<KToolBar*>({customBar})); // user-made bars are left alone
     window.setFullScreen(true); // asked twice, the window state from before is kept
@@ -121,13 +128,16 @@ void tst_KMainWindow::fullScreenKeepsUserHiddenBars()
     window.setAllToolBarsVisilbe(true);
     QVERIFY(!window.isFullScreen());
     QCOMPARE(window.windowState(), Qt::WindowStates(Qt::WindowMaximized));
-    QVERIFY(std->isVisible() && !fmt->isVisible() && fmtBar->isHidden());
+    QVERIFY(std->isVisible());
+    QVERIFY(!fmt->isVisible());
+    QVERIFY(fmtBar->isHidden());
     QCOMPARE(window.currentVisibleBars(), QSet<KToolBar*>({stdBar, customBar}));
 
     // The dock area's menu offers the user-made bar through its toggle action.
     bool handled = false;
     QScopedPointer<QMenu> menu(window.createDockAreaPopupMenu(handled));
-    QVERIFY(handled && menu);
+    QVERIFY(handled);
+    QVERIFY(menu);
     QCOMPARE(menu->actions(), QList<QAction*>({customBar->toggleViewAction()}));
     window.commands()->command("TBCustomizePopupMenu")->setEnabled(false);
     handled = false;
@@ -222,17 +232,20 @@ void tst_KMainWindow::syncApiBarsFromMainWindow()
     QCOMPARE(KTestSupport::texts(targetStd), QStringList({"Renamed", "C", "Mine"}));
     QCOMPARE(targetStd->subCommand(0), target.commands()->command("a"));
     KCommand* copied = targetStd->subCommand(2);
-    QVERIFY(copied != mine && copied->host() == &target);
+    QVERIFY(copied != mine);
+    QCOMPARE(copied->host(), &target);
 
     QCOMPARE(target.toolBarCount(), 2);
     QCOMPARE(target.findToolBar(targetStd), target.toolBarAt(0)); // no second copy of a described bar
     KToolBar* copiedBar = target.toolBarAt(1);
-    QVERIFY(copiedBar->props() && copiedBar->props()->getCustom());
+    QVERIFY(copiedBar->props());
+    QVERIFY(copiedBar->props()->getCustom());
     QCOMPARE(KTestSupport::texts(copiedBar->command()), QStringList({"Tool"}));
     KCommand* toggles = target.commands()->command("TBCustomizePopupMenu");
     QCOMPARE(toggles->count(), 1);
     auto* toggle = qobject_cast<KToolBarToggleViewCommand*>(toggles->subCommand(0));
-    QVERIFY(toggle && toggle->action() == copiedBar->toggleViewAction());
+    QVERIFY(toggle);
+    QCOMPARE(toggle->action(), copiedBar->toggleViewAction());
     QCOMPARE(target.popupMenuCount(), 2);
     QVERIFY(target.popupMenuAt(1)->property("custom").toBool());
 }
@@ -246,14 +259,17 @@ void tst_KMainWindow::xmlResetClearsBarsAndDocks()
     window.polishXml();
     QPointer<KToolBar> bar = window.findToolBar(window.commands()->command("Std"));
     QPointer<QDockWidget> dock = window.findDockWidget("Panel");
-    QVERIFY(bar && dock);
+    QVERIFY(bar);
+    QVERIFY(dock);
     QCOMPARE(window.popupMenuCount(), 1);
 
     KApplication::instance()->resetXml();
     QCOMPARE(window.toolBarCount() + window.popupMenuCount(), 0);
-    QVERIFY(!window.findDockWidget("Panel") && !window.commands()->command("Std"));
+    QVERIFY(!window.findDockWidget("Panel"));
+    QVERIFY(!window.commands()->command("Std"));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(!bar && !dock);
+    QVERIFY(!bar);
+    QVERIFY(!dock);
 
     // A window that exists when the application reads a description builds from it at once.
     QVERIFY(load(body));

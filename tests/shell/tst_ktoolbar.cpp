@@ -168,7 +168,8 @@ void tst_KToolBar::separatorsHideWhenNeedless()
     QVERIFY(QCoreApplication::sendEvent(bar, &idle));
     QTEST(visibility(bar), "expected");
     auto* last = dynamic_cast<CountingCommand*>(list->subCommand(list->count() - 1));
-    QVERIFY(last && last->updates >= 1);
+    QVERIFY(last);
+    QVERIFY(last->updates >= 1);
 
     // Showing the hidden commands again brings their separators back.
     for (int i = 0; i < list->count(); ++i)
@@ -207,7 +208,9 @@ void tst_KToolBar::closingFloatingBarHidesCommand()
     KCommand* list = bar->command();
     QVERIFY(showAndWait(window));
     bar->setFloating(true);
-    QVERIFY(bar->isWindow() && bar->isVisible() && !window.hasToolbar(Qt::TopToolBarArea));
+    QVERIFY(bar->isWindow());
+    QVERIFY(bar->isVisible());
+    QVERIFY(!window.hasToolbar(Qt::TopToolBarArea));
 
     // Closing hides the command and keeps the bar; the command brings it back, still floating.
     QPointer<KToolBar> guard(bar);
@@ -217,7 +220,8 @@ void tst_KToolBar::closingFloatingBarHidesCommand()
     QVERIFY(guard);
     QCOMPARE(window.findToolBar(list), bar);
     list->setVisible(true);
-    QVERIFY(bar->isVisible() && bar->isFloating());
+    QVERIFY(bar->isVisible());
+    QVERIFY(bar->isFloating());
     // Hiding through the toggle action hides the command too, so a later change of the
     // command does not bring the bar back.
     bar->toggleViewAction()->trigger();
@@ -225,11 +229,13 @@ void tst_KToolBar::closingFloatingBarHidesCommand()
     list->setText(QStringLiteral("renamed"));
     QVERIFY(bar->isHidden());
     bar->toggleViewAction()->trigger();
-    QVERIFY(list->isVisible() && bar->isVisible());
+    QVERIFY(list->isVisible());
+    QVERIFY(bar->isVisible());
 
     // The close button goes and comes back with the closable flag.
     bar->setClosable(false);
-    QVERIFY(!bar->windowFlags().testFlag(Qt::WindowCloseButtonHint) && bar->isVisible());
+    QVERIFY(!bar->windowFlags().testFlag(Qt::WindowCloseButtonHint));
+    QVERIFY(bar->isVisible());
     bar->setClosable(true);
     QVERIFY(bar->windowFlags().testFlag(Qt::WindowCloseButtonHint));
 
@@ -247,13 +253,17 @@ void tst_KToolBar::floatingBarFollowsItsWindow()
     KToolBar* bar = addBar(window, {"a"});
     QVERIFY(showAndWait(window));
     bar->setFloating(true);
-    QVERIFY(bar->windowHandle() && bar->windowHandle()->isVisible());
+    QVERIFY(bar->windowHandle());
+    QVERIFY(bar->windowHandle()->isVisible());
 
     window.hide();
-    QVERIFY(!bar->windowHandle()->isVisible() && bar->isFloatingHidden());
-    QVERIFY(bar->isVisible() && bar->command()->isVisible()); // Qt's state says shown all along
+    QVERIFY(!bar->windowHandle()->isVisible());
+    QVERIFY(bar->isFloatingHidden());
+    QVERIFY(bar->isVisible());
+    QVERIFY(bar->command()->isVisible()); // Qt's state says shown all along
     QVERIFY(showAndWait(window));
-    QVERIFY(!bar->isFloatingHidden() && bar->windowHandle()->isVisible());
+    QVERIFY(!bar->isFloatingHidden());
+    QVERIFY(bar->windowHandle()->isVisible());
 
     // Hiding the waiting bar on purpose is honoured when the window comes back.
     window.hide();
@@ -265,7 +275,8 @@ void tst_KToolBar::floatingBarFollowsItsWindow()
     // Shown while the window is hidden, it waits for the window.
     window.hide();
     bar->setVisible(true);
-    QVERIFY(bar->isFloatingHidden() && !bar->windowHandle()->isVisible());
+    QVERIFY(bar->isFloatingHidden());
+    QVERIFY(!bar->windowHandle()->isVisible());
     QVERIFY(showAndWait(window));
     QVERIFY(bar->windowHandle()->isVisible());
 }
@@ -293,10 +304,13 @@ void tst_KToolBar::sizesAndClone()
 
     KMainWindow other;
     QScopedPointer<KToolBar> copy(bar->clone(&other));
-    QVERIFY(copy && copy->command() != list);
-    QVERIFY(copy->props() && copy->props()->getCustom());
+    QVERIFY(copy);
+    QVERIFY(copy->command() != list);
+    QVERIFY(copy->props());
+    QVERIFY(copy->props()->getCustom());
     QCOMPARE(copy->props()->getName(), QString("Standard"));
-    QVERIFY(copy->command()->count() == 3 && KSeparatorCommand::isSeparator(copy->command()->subCommand(1)));
+    QCOMPARE(copy->command()->count(), 3);
+    QVERIFY(KSeparatorCommand::isSeparator(copy->command()->subCommand(1)));
     // The items are copies made for the other window, not the originals.
     QVERIFY(copy->command()->subCommand(0) != list->subCommand(0));
     QCOMPARE(copy->command()->subCommand(0)->host(), &other);
@@ -310,7 +324,8 @@ void tst_KToolBar::dockShowsExtendedWidget()
     panel->setText(QStringLiteral("Outline"));
     window.addDockWidget(Qt::LeftDockWidgetArea, panel);
     auto* dock = qobject_cast<KDockWidget*>(window.findDockWidget(QStringLiteral("Panel")));
-    QVERIFY(dock && dock->widget());
+    QVERIFY(dock);
+    QVERIFY(dock->widget());
     QCOMPARE(dock->widget()->objectName(), QString("extended"));
     QCOMPARE(dock->windowTitle(), QString("Outline"));
     QVERIFY(showAndWait(window));
@@ -320,7 +335,8 @@ void tst_KToolBar::dockShowsExtendedWidget()
     window.hide();
     QVERIFY(dock->isFloatingHidden());
     QVERIFY(showAndWait(window));
-    QVERIFY(!dock->isFloatingHidden() && dock->windowHandle()->isVisible());
+    QVERIFY(!dock->isFloatingHidden());
+    QVERIFY(dock->windowHandle()->isVisible());
 
     // Closing the dock hides its command; the command shows it again.
     QVERIFY(dock->close());

@@ -128,7 +128,8 @@ void tst_KUiXmlParaser::toolBarPlacement()
 
     KCommand* cmd = window.commands()->command("Std");
     KToolBar* bar = window.findToolBar(cmd);
-    QVERIFY(bar && window.toolBarCount() == 2);
+    QVERIFY(bar);
+    QCOMPARE(window.toolBarCount(), 2);
     KCommandBarProp props(cmd, nullptr);
     QCOMPARE(props.getType(), 1);
     QCOMPARE(props.getPosition(), position);
@@ -150,7 +151,8 @@ void tst_KUiXmlParaser::windowAttributes()
     RecordingWindow window;
     QVERIFY(polish(window).isEmpty());
     QCOMPARE(window.windowTitle(), QString("Notes"));
-    QVERIFY(window.isBlockHotkey() && window.isHideDocTabbarEx());
+    QVERIFY(window.isBlockHotkey());
+    QVERIFY(window.isHideDocTabbarEx());
     QCOMPARE(window.calls, QStringList({"hideDocTabbarEx:1"}));
 }
 
@@ -163,13 +165,16 @@ void tst_KUiXmlParaser::popupMenusAndDocks()
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
 
     KCommand* menu = window.commands()->command("Menu");
-    QVERIFY(window.popupMenuCount() == 1 && window.popupMenuAt(0) == menu && !window.findToolBar(menu));
+    QCOMPARE(window.popupMenuCount(), 1);
+    QCOMPARE(window.popupMenuAt(0), menu);
+    QVERIFY(!window.findToolBar(menu));
     KCommandBarProp props(menu, nullptr);
     QCOMPARE(QPoint(props.getType(), props.getPosition()), QPoint(2, 4));
 
     QDockWidget* panel = window.findDockWidget("Panel");
     QDockWidget* fmt = window.findDockWidget("Fmt");
-    QVERIFY(panel && fmt);
+    QVERIFY(panel);
+    QVERIFY(fmt);
     QCOMPARE(window.dockWidgetArea(panel), Qt::LeftDockWidgetArea);
     QCOMPARE(window.dockWidgetArea(fmt), Qt::RightDockWidgetArea);
     // The host's items get the command, null when unknown, and nothing without a cmd.

@@ -113,7 +113,8 @@ void tst_KAppTheme::lookupsAndFallbacks()
     QCOMPARE(color("child", "border-hover"), none); // no state fallback
     QCOMPARE(&theme()->getGradient("child", "nothing", KAppTheme::defaultGradient()), &KAppTheme::defaultGradient());
     // Elements before the first "style" are skipped; any element after it is a class.
-    QVERIFY(!theme()->hasClass("notaclass") && theme()->hasClass("later"));
+    QVERIFY(!theme()->hasClass("notaclass"));
+    QVERIFY(theme()->hasClass("later"));
     // Unknown child tags of a class are ignored: "rel" stays the relative colour.
     theme()->setBaseColor(QColor("#336699"), false);
     QVERIFY(color("child", "rel") != QColor(Qt::white));
@@ -121,7 +122,9 @@ void tst_KAppTheme::lookupsAndFallbacks()
 
     const QFont title = theme()->getFont("child", "title", QFont()); // inherited from "parent"
     QCOMPARE(title.family(), QStringLiteral("Serif"));
-    QVERIFY(title.pointSizeF() == 9.5 && title.bold() && !title.italic());
+    QCOMPARE(title.pointSizeF(), 9.5);
+    QVERIFY(title.bold());
+    QVERIFY(!title.italic());
 
     // A later class of one name replaces the earlier in lookups; classes that were linked
     // to the earlier keep it as their base.
@@ -198,7 +201,8 @@ void tst_KAppTheme::gradients()
         return theme()->getGradient(cls, item, KAppTheme::defaultGradient());
     };
     const QGradient& lin = gradient("child", "lin");
-    QVERIFY(lin.type() == QGradient::LinearGradient && lin.spread() == QGradient::RepeatSpread);
+    QCOMPARE(lin.type(), QGradient::LinearGradient);
+    QCOMPARE(lin.spread(), QGradient::RepeatSpread);
     QCOMPARE(static_cast<const QLinearGradient&>(lin).finalStop(), QPointF(0, 1));
     // The <other> child is no stop; the fixed stop on position 0 wins over the relative one.
     const QGradientStops stops = lin.stops();
@@ -214,7 +218,8 @@ void tst_KAppTheme::gradients()
     QCOMPARE(lin.stops().at(1).second.value(), 170);
 
     const auto& rad = static_cast<const QRadialGradient&>(gradient("later", "rad"));
-    QVERIFY(rad.type() == QGradient::RadialGradient && rad.focalPoint() == QPointF(0.25, 0.75));
+    QCOMPARE(rad.type(), QGradient::RadialGradient);
+    QCOMPARE(rad.focalPoint(), QPointF(0.25, 0.75));
     // An unknown spread keeps the default.
     QCOMPARE(gradient("child", "con").spread(), QGradient::PadSpread);
 }
@@ -294,8 +299,10 @@ void tst_KAppTheme::importWarnings()
     KTestSupport::loadTheme(top);
     QCOMPARE(warnings.matching("need path attribute.").size(), 1);
     const QStringList missing = warnings.matching("KAppTheme: XML: file not exist:");
-    QVERIFY(missing.size() == 1 && missing.first().contains("missing.xml"));
-    QVERIFY(theme()->hasClass("loop") && theme()->hasClass("top"));
+    QCOMPARE(missing.size(), 1);
+    QVERIFY(missing.first().contains("missing.xml"));
+    QVERIFY(theme()->hasClass("loop"));
+    QVERIFY(theme()->hasClass("top"));
 }
 
 void tst_KAppTheme::baseColourSettings()

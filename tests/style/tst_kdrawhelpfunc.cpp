@@ -84,7 +84,8 @@ void tst_KDrawHelpFunc::getDrawString()
     const QFontMetrics metrics(font);
     const int x = metrics.horizontalAdvance(QLatin1Char('x'));
     const int star = metrics.horizontalAdvance(QLatin1Char('*'));
-    QVERIFY(x > 0 && star <= x);
+    QVERIFY(x > 0);
+    QVERIFY(star <= x);
     const int pixels = metrics.horizontalAdvance(QString(width, QLatin1Char('x')));
     QCOMPARE(KDrawHelpFunc::getDrawString(text, metrics, QRect(0, 0, pixels, 10), suffix), expected);
 }
@@ -142,7 +143,8 @@ void tst_KDrawHelpFunc::arrowsAndTiles()
     };
     // The small drop-down mark takes its pixels' colours from the theme.
     QImage image = paint(QSize(10, 10), [](QPainter& p) { KDrawHelpFunc::drawDownArraw(p, QRect(2, 3, 4, 2), true); });
-    QVERIFY(has(image, QColor(10, 10, 10)) && has(image, QColor(90, 90, 90)));
+    QVERIFY(has(image, QColor(10, 10, 10)));
+    QVERIFY(has(image, QColor(90, 90, 90)));
     // Larger arrows: a triangle in "arrow"/"arrow-enable" or "-disable".
     image = paint(QSize(10, 10), [](QPainter& p) { KDrawHelpFunc::drawRightArraw(p, QRect(1, 1, 8, 8), true); });
     QVERIFY(has(image, QColor(0, 0, 255)));

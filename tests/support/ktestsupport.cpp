@@ -5,12 +5,81 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <QThread>
 #include <QTimer>
 #include <QToolBar>
+#include <cstdio>
 #include <kapptheme.h>
 #include <kcommand.h>
 #include <kcommandwrapaction.h>
 #include <kdomdocument.h>
+
+namespace {
+
+// What the offscreen platform says of the window features it lacks: noise, not a fault.
+const char* const kOffscreenNoise[] = {
+    "This plugin does not support setParent!",
+    "This plugin does not support raise()",
+    "This plugin does not support lower()",
+    "This plugin does not support propagateSizeHints()",
+    "This plugin does not support setting window opacity",
+    "This plugin does not support setting window masks",
+    "This plugin does not support grabbing the keyboard",
+    "This plugin does not support grabbing the mouse",
+    "This plugin does not support QCursor::setPos(); emulating movement within the application.",
+};
+
+// The warnings that fail a test: all of them, but the platform's noise.
+const QRegularExpression& strayWarning()
+{
+    static const QRegularExpression pattern = [] {
+        if (QGuiApplication::platformName() != QLatin1String("offscreen"))
+            return QRegularExpression(QStringLiteral("^"));
+        QStringList noise;
+        for (const char* text : kOffscreenNoise)
+            noise << QRegularExpression::escape(QLatin1String(text));
+        return QRegularExpression(QStringLiteral("^(?!(?:%1)$)").arg(noise.join(QLatin1Char('|'))));
+    }();
+    return pattern;
+}
+
+QtMessageHandler s_testLogHandler = nullptr;
+
+void strayWarningGuard(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    // QtTest forgets its fail-on-warning patterns when a test function ends and gives the
+    // support no hook at the start of the next one. So the pattern is handed over with each
+    // warning, just before QtTest's handler looks at it; that handler still lets declared
+    // (ignored) messages through first. QtTest keeps the patterns without a lock: only the
+    // GUI thread adds to them.
+    if (type == QtWarningMsg && QTest::currentTestFunction() && QThread::currentThread() == qApp->thread())
+        QTest::failOnWarning(strayWarning());
+    s_testLogHandler(type, context, message);
+}
+
+} // namespace
+
+int KTestSupport::exec(QObject* testObject, int argc, char** argv)
+{
+    // qExec() in its three steps, so that the guard can stand in front of QtTest's handler.
+    QTest::qInit(testObject, argc, argv);
+    s_testLogHandler = qInstallMessageHandler(&strayWarningGuard);
+    const int result = QTest::qRun();
+    qInstallMessageHandler(s_testLogHandler);
+    QTest::qCleanup();
+    return result;
+}
+
+bool KTestSupport::requireX11()
+{
+    if (QGuiApplication::platformName() == QLatin1String("xcb"))
+        return true;
+    std::fprintf(stderr, "This test needs a real X server (the xcb platform), not \"%s\"; its file name must "
+                         "end in x11 for the build to run it so.\n",
+                 qPrintable(QGuiApplication::platformName()));
+    return false;
+}
 
 KWarningCatcher* KWarningCatcher::s_current = nullptr;
 

@@ -2,10 +2,73 @@
 #include <norvikofficeui.h>
 
 #include <QFile>
+#include <QHBoxLayout>
+#include <QProxyStyle>
+#include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWidget>
 #include <cstdio>
+
+namespace {
+
+QStringList s_warnings;
+
+void collectWarnings(QtMsgType type, const QMessageLogContext&, const QString& message)
+{
+    // The offscreen platform's notes on what it cannot do are no fault of the program.
+    if (type == QtWarningMsg && !message.startsWith(QLatin1String("This plugin does not support")))
+        s_warnings << message;
+}
+
+// The host's own style, which knows nothing of the framework.
+class HostStyle : public QProxyStyle
+{
+public:
+    HostStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+};
+
+// A framework button in the host's layout and under the host's style: it draws the stock
+// button without complaint, and an icon it gains widens it. 0 when all holds.
+int checkButtonUnderHostStyle()
+{
+    HostStyle style;
+    QWidget box;
+    auto* layout = new QHBoxLayout(&box);
+    auto* button = new KToolButton;
+    button->setStyle(&style);
+    button->setButtonStyle(KToolButton::StyleIcon | KToolButton::StyleText);
+    button->setText(QStringLiteral("Save"));
+    layout->addWidget(button);
+    layout->addStretch();
+    box.show();
+    QCoreApplication::processEvents();
+    const int textOnly = button->width();
+    QPixmap red(16, 16);
+    red.fill(Qt::red);
+    button->setIcon(QIcon(red));
+    QCoreApplication::processEvents();
+    if (button->width() <= textOnly) {
+        std::fprintf(stderr, "button kept its width %d after gaining an icon\n", textOnly);
+        return 6;
+    }
+    const QImage image = button->grab().toImage();
+    bool redDrawn = false;
+    for (int y = 0; y < image.height() && !redDrawn; ++y)
+        for (int x = 0; x < image.width() && !redDrawn; ++x)
+            redDrawn = image.pixelColor(x, y) == QColor(Qt::red);
+    if (!redDrawn) {
+        std::fprintf(stderr, "the button under the host's style drew no icon\n");
+        return 7;
+    }
+    if (!s_warnings.isEmpty()) {
+        std::fprintf(stderr, "warnings: %s\n", qPrintable(s_warnings.join(QLatin1String("; "))));
+        return 8;
+    }
+    return 0;
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
@@ -34,6 +97,9 @@ int main(int argc, char** argv)
     KCommand* save = app.commands()->command("Save");
     if (!save || save->text() != QLatin1String("Save"))
         return 4;
+    qInstallMessageHandler(collectWarnings);
+    if (const int failed = checkButtonUnderHostStyle())
+        return failed;
     QWidget window;
     window.show();
     QTimer::singleShot(0, &app, &QCoreApplication::quit);

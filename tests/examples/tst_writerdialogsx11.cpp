@@ -274,4 +274,4 @@ void tst_WriterDialogs::protectDocument()
 }
 
 NORVIK_X11_TEST_MAIN(tst_WriterDialogs)
-#include "tst_writerdialogs.moc"
+#include "tst_writerdialogsx11.moc"
