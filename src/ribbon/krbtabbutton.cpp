@@ -43,6 +43,11 @@ KRbTabButton::~KRbTabButton()
     KCommandBridgeHelper::unregisterIdle(this);
 }
 
+KRbSubTabBar* KRbTabButton::tabBar() const
+{
+    return m_tabBar.data();
+}
+
 void KRbTabButton::setCheckStatus(ButtonStatus status)
 {
     if (m_status == status)

@@ -41,7 +41,7 @@ public:
     bool isContextTab() const;
     /// "KRbTabContextButton" and the context name for a context tab, else empty.
     QString getTheme() const;
-    KRbSubTabBar* tabBar() const { return m_tabBar.data(); }
+    KRbSubTabBar* tabBar() const;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
