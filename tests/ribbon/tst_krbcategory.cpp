@@ -18,6 +18,21 @@ using namespace RibbonTest;
 
 namespace {
 
+// Counts the resize events of the widgets it watches.
+class ResizeCounter : public QObject
+{
+public:
+    QMap<QObject*, int> resizes;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* e) override
+    {
+        if (e->type() == QEvent::Resize)
+            ++resizes[watched];
+        return false;
+    }
+};
+
 // A category of groups given as control lists, separated by "|", with separators between
 // them; titles hidden, so that sizes are the controls' own plus the margins 2, 2, 2, 3.
 KListCommand* categoryCommand(const QString& groups, QObject* owner)
@@ -65,6 +80,7 @@ private Q_SLOTS:
     void ensureWidgetVisible();
     void wideningFollowsAtTheRightEnd();
     void narrowContentNeverScrolls();
+    void relayoutTouchesOnlyWhatChanged();
     void separatorsFollowTheirGroup();
     void groupSettingsPassOn();
 
@@ -275,6 +291,37 @@ void tst_KRbCategory::narrowContentNeverScrolls()
     QVERIFY(!scroller->leftArrow()->isVisible());
     QCOMPARE(scroller->fixedOffset(-50), 0);
     QCOMPARE(scroller->minimumSizeHint().width(), 30);
+}
+
+void tst_KRbCategory::relayoutTouchesOnlyWhatChanged()
+{
+    // Groups of 100, 100 (can give 40) and 50: hint 276.
+    KRbCategory* category = show("L96x60 | L96x60-56x60 | L46x60", 400);
+    QVERIFY(category);
+    ResizeCounter counter;
+    QList<QWidget*> watched;
+    for (int i = 0; i < category->itemCount(); i += 2) {
+        auto* group = qobject_cast<KRbLogicGroup*>(category->itemWidget(i));
+        QVERIFY(group);
+        watched << group << group->logicLayout()->itemAt(0)->widget();
+    }
+    for (QWidget* w : watched)
+        w->installEventFilter(&counter);
+
+    // Still wider than the hint: no group and no control is laid out again.
+    category->resize(300, 80);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    QCOMPARE(counter.resizes.size(), 0);
+    // 24 short: only the group that can give changes size, and only its control with it.
+    category->resize(252, 80);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    QCOMPARE(counter.resizes.value(watched.at(0)), 0);
+    QCOMPARE(counter.resizes.value(watched.at(1)), 0);
+    QCOMPARE(counter.resizes.value(watched.at(2)), 1);
+    QCOMPARE(counter.resizes.value(watched.at(3)), 1);
+    QCOMPARE(counter.resizes.value(watched.at(4)), 0);
+    QCOMPARE(watched.at(2)->width(), 76);
+    QCOMPARE(watched.at(3)->width(), 72);
 }
 
 void tst_KRbCategory::separatorsFollowTheirGroup()

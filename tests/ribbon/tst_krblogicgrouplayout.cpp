@@ -182,6 +182,12 @@ void tst_KRbLogicGroupLayout::itemsComeAndGo()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!taken);
     QCOMPARE(layout->takeAt(5), nullptr);
+
+    // A control deleted by someone else leaves the layout with it.
+    delete layout->itemAt(0)->widget();
+    QCOMPARE(layout->count(), 1);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(layout->count(), 1);
 }
 
 NORVIK_TEST_MAIN(tst_KRbLogicGroupLayout)
