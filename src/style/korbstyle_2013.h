@@ -21,6 +21,23 @@ public:
                   QStyleHintReturn* returnData = nullptr) const override;
     QSize sizeFromContents_KLogicGroupButton(QStyle::ContentsType type, const QStyleOption* option,
                                              const QSize& size, const QWidget* widget) const override;
+
+    // --- the ribbon's body: category, groups, scroll arrows, layout frames, tabs
+    //     (korbstyle_2013_ribbon.cpp) ---
+    void drawComplexControl_KRbCategory(const KStyleOptionRbCategory* option, QPainter* painter,
+                                        const QWidget* widget) const override;
+    void drawComplexControl_KRbHScrollWidget(const KStyleOptionRbHScrollWidget* option, QPainter* painter,
+                                             const QWidget* widget) const override;
+    void drawComplexControl_KRbLogicGroup(const KStyleOptionRbLogicGroup* option, QPainter* painter,
+                                          const QWidget* widget) const override;
+    void drawComplexControl_KLogicGroupButton(const KStyleOptionLogicGroupButton* option, QPainter* painter,
+                                              const QWidget* widget) const override;
+    void drawComplexControl_KRbLayoutWidget(const KStyleOptionRbLayoutWidget* option, QPainter* painter,
+                                            const QWidget* widget) const override;
+    void drawComplexControl_KRbSubTabBar(const KStyleOptionRbSubTabBar* option, QPainter* painter,
+                                         const QWidget* widget) const override;
+    void drawComplexControl_KRbTabButton(const KStyleOptionKRbTabButton* option, QPainter* painter,
+                                         const QWidget* widget) const override;
 };
 
 #endif // KORBSTYLE_2013_H
