@@ -158,9 +158,18 @@ void tst_KUnitCtrl::unitChoice()
     QVERIFY(label);
     QCOMPARE(label->canPopup(), canPopup);
     QCOMPARE(label->text(), KUnitRendering::getInstance()->GetUnitName(current));
-    // A click on the label can't open anything yet and changes nothing.
+    // A click on the label opens the list only where there is a choice; closing it again
+    // without a choice changes nothing.
     QSignalSpy changes(&ctrl, &KUnitCtrl::valueChanged);
+    bool opened = false;
+    QTimer::singleShot(0, &ctrl, [&opened] {
+        if (QWidget* popup = QApplication::activePopupWidget()) {
+            opened = true;
+            popup->close();
+        }
+    });
     ctrl.onLabelLeftClicked();
+    QCOMPARE(opened, canPopup);
     QCOMPARE(changes.count(), 0);
     QCOMPARE(ctrl.currentUnitName(), current);
 }
