@@ -69,6 +69,29 @@ QSize rowSize(const QStyleOptionMenuItem& option, const KMenuWidget* menu)
     return menu->style()->sizeFromContents(QStyle::CT_MenuItem, &option, contents, menu);
 }
 
+// The measured size of a row of a command, kept in cache until the row is invalidated;
+// nothing for a hidden row.
+template <class Row>
+QSize rowSizeHint(const Row& row, QSize& cache, const KMenuWidget* menu)
+{
+    if (!row.isVisible())
+        return QSize(0, 0);
+    if (!cache.isValid()) {
+        QStyleOptionMenuItem option;
+        row.initStyleOption(&option);
+        cache = rowSize(option, menu);
+    }
+    return cache;
+}
+
+template <class Row>
+void paintRow(const Row& row, QPainter& painter, KMenuWidget* menu)
+{
+    QStyleOptionMenuItem option;
+    row.initStyleOption(&option);
+    menu->style()->drawControl(QStyle::CE_MenuItem, &option, &painter, menu);
+}
+
 } // namespace
 
 // --- KMenuWidgetLayout ---
@@ -231,21 +254,12 @@ void KMenuWidgetTriggerItem::initStyleOption(QStyleOptionMenuItem* option) const
 
 QSize KMenuWidgetTriggerItem::sizeHint() const
 {
-    if (!isVisible())
-        return QSize(0, 0);
-    if (!m_sizeCache.isValid()) {
-        QStyleOptionMenuItem option;
-        initStyleOption(&option);
-        m_sizeCache = rowSize(option, m_menuWidget);
-    }
-    return m_sizeCache;
+    return rowSizeHint(*this, m_sizeCache, m_menuWidget);
 }
 
 void KMenuWidgetTriggerItem::paint(QPainter& painter)
 {
-    QStyleOptionMenuItem option;
-    initStyleOption(&option);
-    m_menuWidget->style()->drawControl(QStyle::CE_MenuItem, &option, &painter, m_menuWidget);
+    paintRow(*this, painter, m_menuWidget);
 }
 
 void KMenuWidgetTriggerItem::onMouseRelease(const QPoint&)
@@ -318,21 +332,12 @@ void KMenuWidgetPopupItem::initStyleOption(QStyleOptionMenuItem* option) const
 
 QSize KMenuWidgetPopupItem::sizeHint() const
 {
-    if (!isVisible())
-        return QSize(0, 0);
-    if (!m_sizeCache.isValid()) {
-        QStyleOptionMenuItem option;
-        initStyleOption(&option);
-        m_sizeCache = rowSize(option, m_menuWidget);
-    }
-    return m_sizeCache;
+    return rowSizeHint(*this, m_sizeCache, m_menuWidget);
 }
 
 void KMenuWidgetPopupItem::paint(QPainter& painter)
 {
-    QStyleOptionMenuItem option;
-    initStyleOption(&option);
-    m_menuWidget->style()->drawControl(QStyle::CE_MenuItem, &option, &painter, m_menuWidget);
+    paintRow(*this, painter, m_menuWidget);
 }
 
 QPoint KMenuWidgetPopupItem::getTopRight() const
