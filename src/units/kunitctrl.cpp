@@ -83,7 +83,9 @@ private:
 KFSPopupWidget::KFSPopupWidget(QWidget* parent)
     : KPopupWidget(parent, Qt::Popup)
 {
-    popupLayout()->setContentsMargins(0, 0, 0, 0);
+    // The list has no frame of its own: one pixel of the popup's border stays visible
+    // around it, so that the list does not float without an edge.
+    popupLayout()->setContentsMargins(1, 1, 1, 1);
 }
 
 void KFSPopupWidget::mousePressEvent(QMouseEvent* e)
@@ -189,7 +191,10 @@ void KUnitCtrl::setupListView(const QStringList& names)
     // The list's rows pad their text as item views do; the width leaves room for that.
     const int textMargin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, m_listView) + 1);
     const QMargins margins = m_listView->contentsMargins();
-    m_listWidth = widest + textMargin + margins.left() + margins.right();
+    // The view's own measure of its rows wins where it asks more (its delegate's padding
+    // differs between styles); otherwise the longest name is cut short.
+    widest = qMax(widest + textMargin, names.isEmpty() ? 0 : m_listView->sizeHintForColumn(0));
+    m_listWidth = widest + margins.left() + margins.right();
     if (m_labelFixWidth <= 0)
         m_unitLabel->setFixedWidth(m_listWidth + 6); // the arrow in the last 6 pixels
     const int rowHeight = names.isEmpty() ? 0 : m_listView->sizeHintForRow(0);

@@ -14,7 +14,7 @@ class KUnitLabel;
 class KUnitListView;
 
 /**
- * The popup of a unit control's list of units: no margin around the list, and a press
+ * The popup of a unit control's list of units: a one-pixel edge around the list, and a press
  * outside it only closes it.
  */
 class NORVIKOFFICEUI_EXPORT KFSPopupWidget : public KPopupWidget
