@@ -279,6 +279,8 @@ public:
     int light = 0;
     int shadow = 0;
     QIcon icon;
+    /// The caption of the button ("File" in most hosts), from its command.
+    QString text;
 };
 
 /// A caption button of the window chrome (control elements 2 and 4).
