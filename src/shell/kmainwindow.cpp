@@ -13,6 +13,7 @@
 #include "kcommandbarprop.h"
 #include "kcommands.h"
 #include "kcomposelistcommand.h"
+#include "kcontextcategorycommand.h"
 #include "korbstyle.h"
 #include "kstyleoption.h"
 #include "kdockwidget.h"
@@ -384,6 +385,8 @@ void KMainWindow::removePopupMenu(KCommand* cmd)
 
 KCommand* KMainWindow::addCustomPopupMenu()
 {
+    if (m_headerBar)
+        return nullptr; // a ribbon has no popup menus of the user's
     KCommand* cmd = m_commands->customCommand(QStringLiteral("KListCommand"), this, m_commands);
     addPopupMenu(cmd);
     return cmd;
@@ -391,6 +394,21 @@ KCommand* KMainWindow::addCustomPopupMenu()
 
 void KMainWindow::addCustomToolBar(QWidget** bar, KCommand** command)
 {
+    if (m_headerBar) {
+        // A ribbon keeps the user's bars in its add-on tab.
+        if (!_rbToolBarCommand())
+            return;
+        KCommand* custom = m_commands->customCommand(QStringLiteral("KListCommand"), this, m_commands);
+        if (!custom)
+            return;
+        custom->setProperty("embedHint", true);
+        _addRbToolBar(custom);
+        if (command)
+            *command = custom;
+        if (bar)
+            *bar = rbToolBar();
+        return;
+    }
     auto* list = qobject_cast<KListCommand*>(
         m_commands->customCommand(QStringLiteral("KListCommand"), this, m_commands));
     if (!list)
@@ -416,8 +434,29 @@ void KMainWindow::removeRbToolBar(KCommand* cmd)
 
 KListCommand* KMainWindow::_rbToolBarCommand()
 {
-    // User bars go to the add-on tab of a ribbon; a window without a ribbon has none.
+    // User bars go to the add-on tab of a ribbon, the last context tab named "AddOns"; a
+    // window without a ribbon has none.
+    if (m_rbToolBarCommand || !m_headerBar)
+        return m_rbToolBarCommand;
+    KCommand* ribbon = m_headerBar->command();
+    for (int i = ribbon ? ribbon->count() - 1 : -1; i >= 0; --i) {
+        auto* tab = qobject_cast<KContextCategoryCommand*>(ribbon->subCommand(i));
+        if (!tab || tab->contextName() != QLatin1String("AddOns"))
+            continue;
+        m_rbToolBarCommand = tab->count() > 0 ? qobject_cast<KListCommand*>(tab->subCommand(0)) : nullptr;
+        break;
+    }
     return m_rbToolBarCommand;
+}
+
+QWidget* KMainWindow::rbToolBar()
+{
+    if (!m_rbToolBarWidget) {
+        m_rbToolBarWidget = new QWidget(this);
+        m_rbToolBarWidget->setObjectName(QStringLiteral("RbToolBar"));
+        m_rbToolBarWidget->hide();
+    }
+    return m_rbToolBarWidget.data();
 }
 
 void KMainWindow::_addRbToolBar(KCommand* cmd)
@@ -485,7 +524,7 @@ QMenu* KMainWindow::createDockAreaPopupMenu(bool& handled)
 
 // --- modes ---
 
-void KMainWindow::setHeaderBar(QWidget* bar)
+void KMainWindow::setHeaderBar(KRbTabWidget* bar)
 {
     if (bar == m_headerBar)
         return;
@@ -495,18 +534,32 @@ void KMainWindow::setHeaderBar(QWidget* bar)
         return;
     bar->setParent(this);
     m_outerLayout->insertWidget(0, bar);
+    setCustomFrameStruct(0, 0, 0, 0);
+    connect(this, &KMainWindow::aeroEffectChanged, bar, &KRbTabWidget::onAeroEffectChanged);
+    m_rbToolBarCommand = nullptr; // the add-on tab is the new ribbon's
     bar->show();
 }
 
 void KMainWindow::removeHeaderBar()
 {
-    QWidget* bar = m_headerBar.data();
+    KRbTabWidget* bar = m_headerBar.data();
     if (!bar)
         return;
     m_headerBar = nullptr;
+    m_rbToolBarCommand = nullptr;
     m_outerLayout->removeWidget(bar);
     bar->hide();
+    disconnect(this, nullptr, bar, nullptr);
     bar->deleteLater();
+}
+
+void KMainWindow::setCustomFrameStruct(int left, int top, int right, int bottom)
+{
+    const QMargins frame(left, top, right, bottom);
+    if (frame == m_customFrame)
+        return;
+    m_customFrame = frame;
+    update();
 }
 
 void KMainWindow::setFullScreen(bool on)
@@ -567,18 +620,25 @@ void KMainWindow::setBorderLess(bool borderLess)
     if (m_borderLess == borderLess)
         return;
     m_borderLess = borderLess;
+    if (borderLess)
+        setCustomFrameStruct(-1, -1, -1, -1);
+    else if (m_headerBar)
+        setCustomFrameStruct(0, 0, 0, 0);
     update();
 }
 
 bool KMainWindow::isNeedDrawOwnBorder() const
 {
     // Only a window with a ribbon paints its own frame.
-    return false;
+    return m_headerBar && !m_embedding;
 }
 
 void KMainWindow::setToolbarGroupIndex(int index)
 {
-    // Groups are numbered from 1 by callers and kept from 0.
+    // A ribbon has no tool bar groups. Elsewhere groups are numbered from 1 by callers and
+    // kept from 0.
+    if (m_headerBar)
+        return;
     m_toolbarGroupIndex = index - 1;
 }
 
@@ -808,6 +868,8 @@ void KMainWindow::initStyleOption(KStyleOptionMainWindow* option) const
     option->bottomMargin = margins.bottom();
     option->dockAreaRect = m_dockArea->geometry();
     option->flags = 7;
+    if (m_headerBar)
+        option->titleHeight = m_headerBar->titleHeight();
 }
 
 void KMainWindow::paintEvent(QPaintEvent*)

@@ -3,6 +3,7 @@
 
 #include <QMainWindow>
 #include <QMap>
+#include <QMargins>
 #include <QPointer>
 #include <QSet>
 #include <QToolBar>
@@ -11,6 +12,7 @@
 #include <QWidget>
 
 #include <kdomdocument.h>
+#include <krbtabwidget.h>
 #include <norvikofficeui_export.h>
 
 class QBoxLayout;
@@ -92,11 +94,15 @@ public:
     // --- header bar ---
     /**
      * Puts bar (the ribbon) above the dock area, taking it over as a child; the header bar
-     * there before is hidden and deleted later. Null only removes the one there is.
+     * there before is hidden and deleted later. Null only removes the one there is. A window
+     * with a ribbon paints its own frame.
      */
-    virtual void setHeaderBar(QWidget* bar);
-    QWidget* headerBar() const { return m_headerBar.data(); }
+    virtual void setHeaderBar(KRbTabWidget* bar);
+    KRbTabWidget* headerBar() const { return m_headerBar.data(); }
     void removeHeaderBar();
+    /// The widths of the frame the window paints itself; -1 for none (the default).
+    void setCustomFrameStruct(int left, int top, int right, int bottom);
+    QMargins customFrameStruct() const { return m_customFrame; }
 
     // --- central widget and docks ---
     void setCentralWidget(QWidget* widget);
@@ -117,6 +123,9 @@ public:
     KCommand* addCustomPopupMenu();
     /// A new user-made tool bar; both out-arguments stay unchanged when none can be made.
     void addCustomToolBar(QWidget** bar, KCommand** command);
+    /// The placeholder that stands for the user-made bars of a ribbon (they live in its
+    /// add-on tab); made hidden on demand.
+    QWidget* rbToolBar();
     int rbToolBarCount() const { return m_rbToolBars.size(); }
     KCommand* rbToolBarAt(int index) const { return m_rbToolBars.value(index); }
     void removeRbToolBar(KCommand* cmd);
@@ -222,7 +231,9 @@ private:
     void _placeFullScreenBar();
 
     QVBoxLayout* m_outerLayout = nullptr;
-    QPointer<QWidget> m_headerBar;
+    QPointer<KRbTabWidget> m_headerBar;
+    QMargins m_customFrame = QMargins(-1, -1, -1, -1);
+    QPointer<QWidget> m_rbToolBarWidget;
     QPointer<KToolBar> m_fullScreenBar; // a KDragToolBar
     KMainDockArea* m_dockArea = nullptr;
     QString m_caption;

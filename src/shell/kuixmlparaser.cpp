@@ -8,6 +8,8 @@
 #include "kcommands.h"
 #include "klistcommand.h"
 #include "kmainwindow.h"
+#include "krbtabwidget.h"
+#include "krbtabwidgetcommand.h"
 #include "ktoolbar.h"
 
 namespace {
@@ -70,11 +72,12 @@ bool KUiXmlParaser::_ParseMainwindowEle(KMainWindow* window, const KDomElement& 
             _ParseToolBarEle(child, window);
         } else if (tag == QLatin1String("popupmenu")) {
             _ParsePopupMenuEle(child, window);
-        } else if (tag == QLatin1String("menubar") || tag == QLatin1String("krbtabwidget")
-                   || tag == QLatin1String("shortcuts")) {
-            // The classic menu bar, the ribbon and the key table are not built by this
-            // version of the framework yet; they are passed over quietly so that one
-            // description serves this version and later ones.
+        } else if (tag == QLatin1String("krbtabwidget")) {
+            _ParseKRbWidgetEle(child, window);
+        } else if (tag == QLatin1String("menubar") || tag == QLatin1String("shortcuts")) {
+            // The classic menu bar and the key table are not built by this version of the
+            // framework yet; they are passed over quietly so that one description serves
+            // this version and later ones.
         } else if (shield) {
             continue; // a reduced window passes over everything else without a word
         } else if (tag == QLatin1String("dock")) {
@@ -117,6 +120,20 @@ void KUiXmlParaser::_ParseToolBarEle(const KDomElement& element, KMainWindow* wi
         window->insertToolBarBreak(bar);
     bar->setFloating(floating);
     bar->setClosable(closable);
+}
+
+void KUiXmlParaser::_ParseKRbWidgetEle(const KDomElement& element, KMainWindow* window)
+{
+    KCommand* command = barCommand(element, window, "menubar no command given.");
+    if (!command)
+        return;
+    auto* ribbon = qobject_cast<KRbTabWidgetCommand*>(command);
+    if (!ribbon) {
+        qWarning().noquote() << "krbtabwidget: the command" << element.attribute(QStringLiteral("cmd"))
+                             << "is no KRbTabWidgetCommand.";
+        return;
+    }
+    window->setHeaderBar(new KRbTabWidget(ribbon, window));
 }
 
 void KUiXmlParaser::_ParsePopupMenuEle(const KDomElement& element, KMainWindow* window)

@@ -108,7 +108,7 @@ void tst_KDragToolBar::fullScreenMakesTheBar()
         "<mainwindow/>"));
     KMainWindow window;
     window.polishXml();
-    QPointer<QWidget> header = new QLabel(QStringLiteral("header"));
+    QPointer<KRbTabWidget> header = new KRbTabWidget(nullptr, nullptr);
     window.setHeaderBar(header);
     QCOMPARE(window.headerBar(), header.data());
     QCOMPARE(header->parentWidget(), &window);
@@ -156,7 +156,7 @@ void tst_KDragToolBar::fullScreenWithoutTheCommand()
     QVERIFY(KTestSupport::loadMainXml(m_dir.path(), "<mainwindow/>"));
     KMainWindow window;
     window.polishXml();
-    window.setHeaderBar(new QLabel(QStringLiteral("header")));
+    window.setHeaderBar(new KRbTabWidget(nullptr, nullptr));
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     window.setFullScreen(true);
