@@ -63,6 +63,13 @@ void KORBStyle_2013::drawComplexControl_KRbCategory(const KStyleOptionRbCategory
     const QRect r = option->rect;
     painter->save();
     painter->fillRect(r, brush(cls, "background", QBrush(base)));
+    // The theme's picture at the right end, where the tab bar's picture leaves off.
+    const QImage image = KDrawHelpFunc::getImageFromTheme(cls, QStringLiteral("bg-image"));
+    if (!image.isNull()) {
+        painter->setClipRect(r.adjusted(0, 1, 0, -1));
+        painter->drawImage(QPoint(r.right() - image.width() + 1, r.top() + 1), image);
+        painter->setClipping(false);
+    }
     // A line at the top meets the tabs, one at the bottom closes the band.
     painter->setPen(color(cls, "border", option->palette.color(QPalette::Mid)));
     painter->drawLine(r.topLeft(), r.topRight());

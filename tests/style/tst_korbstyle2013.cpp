@@ -38,7 +38,8 @@ QByteArray theme(const QString& imagePath)
            "<style class='KToolBar'><color name='border' value='#e1e2e3'/>" + solid("background-hor", "#d1d2d3") + "</style>"
            "<style class='KRbTabBar'><color name='background' value='#f0f0e0'/><color name='border' value='#404020'/>"
            "<image name='bg-image' href='" + imagePath.toUtf8() + "'/></style>"
-           "<style class='KRbCategory'>" + solid("background", "#e0f0e0") + "</style>"
+           "<style class='KRbCategory'><image name='bg-image' href='" + imagePath.toUtf8() + "'/>"
+        + solid("background", "#e0f0e0") + "</style>"
            "<style class='KRbTabFileButton'><color name='text' value='#fafafa'/><color name='lightCircle-hover' value='#ffff00'/>"
         + solid("background", "#2040a0") + "</style>"
            "<style class='KRbTabFileButton-Arrow'>" + solid("background", "#102050") + "</style>"
@@ -519,6 +520,16 @@ void tst_KORBStyle2013::ribbonTabBar()
     o.slideColor = QColor("#00ffff");
     image = render();
     QCOMPARE(at(image, 10, 28), QString("#00ffff"));
+
+    // The category below carries the picture on at its right end, inside its border lines.
+    KStyleOptionRbCategory category;
+    category.rect = QRect(0, 0, 200, 60);
+    category.state = QStyle::State_Enabled;
+    image = KTestSupport::paint(category.rect.size(), [&](QPainter& p) {
+        m_style->drawComplexControl(KORBStyle::KCC_RbCategory, &category, &p, nullptr);
+    });
+    QCOMPARE(at(image, 199, 1), QString("#7a11aa"));
+    QCOMPARE(at(image, 10, 10), QString("#e0f0e0"));
 }
 
 void tst_KORBStyle2013::fileButton()
