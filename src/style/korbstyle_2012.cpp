@@ -1,5 +1,7 @@
 #include "korbstyle_2012.h"
 
+#include <korbstyle_2013.h>
+
 KORBStyle_2012::KORBStyle_2012(QStyle* style)
     : KORBStyle(style)
 {
@@ -40,4 +42,36 @@ int KORBStyle_2012::styleHint(StyleHint hint, const QStyleOption* option, const 
     default:
         return KORBStyle::styleHint(hint, option, widget, returnData);
     }
+}
+
+// The tool button goes the 2013 way, without the flat form.
+
+void KORBStyle_2012::drawComplexControl_ToolButton(const KStyleOptionToolButton* option, QPainter* painter,
+                                                   const QWidget* widget) const
+{
+    KOrbStyleKToolButton button;
+    button.initFromStyleOption(option);
+    button.paint(painter, widget);
+}
+
+QSize KORBStyle_2012::sizeFromContents_ToolButton(QStyle::ContentsType, const KStyleOptionToolButton* option,
+                                                  const QSize&, const QWidget*) const
+{
+    KOrbStyleKToolButton button;
+    button.initFromStyleOption(option);
+    return button.calcSizeHint(Qt::Orientation(option->orientation));
+}
+
+QRect KORBStyle_2012::subControlRect_ToolButton(QStyle::ComplexControl, const KStyleOptionToolButton* option,
+                                                QStyle::SubControl subControl, const QWidget*) const
+{
+    KOrbStyleKToolButton button;
+    button.initFromStyleOption(option);
+    QRect buttonPart, menuPart;
+    button.getButtonArea(buttonPart, menuPart);
+    if (subControl == KSC_ToolButtonButton)
+        return buttonPart;
+    if (subControl == KSC_ToolButtonMenu)
+        return menuPart;
+    return option->rect;
 }

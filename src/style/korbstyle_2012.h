@@ -4,9 +4,10 @@
 #include <korbstyle.h>
 
 /**
- * The 2012 ("rainbow", "classics") look. It reports the generation 2012 through the custom
- * hint KSH_StyleGeneration and its own custom metrics; its drawing is the frame's until the
- * look itself is written.
+ * The 2012 ("rainbow", "classics") look. It differs from the 2013 one by its hints (the
+ * generation 2012 through KSH_StyleGeneration, three rows of small buttons, larger icons) and
+ * custom metrics, and by its tool buttons, whose panel takes the rounded outline of the part
+ * that lights (KOrbStyleKToolButton without the flat form). The rest is the frame's drawing.
  */
 class NORVIKOFFICEUI_EXPORT KORBStyle_2012 : public KORBStyle
 {
@@ -19,6 +20,13 @@ public:
                     const QWidget* widget = nullptr) const override;
     int styleHint(StyleHint hint, const QStyleOption* option = nullptr, const QWidget* widget = nullptr,
                   QStyleHintReturn* returnData = nullptr) const override;
+
+    void drawComplexControl_ToolButton(const KStyleOptionToolButton* option, QPainter* painter,
+                                       const QWidget* widget) const override;
+    QSize sizeFromContents_ToolButton(QStyle::ContentsType type, const KStyleOptionToolButton* option,
+                                      const QSize& size, const QWidget* widget) const override;
+    QRect subControlRect_ToolButton(QStyle::ComplexControl control, const KStyleOptionToolButton* option,
+                                    QStyle::SubControl subControl, const QWidget* widget) const override;
 };
 
 #endif // KORBSTYLE_2012_H

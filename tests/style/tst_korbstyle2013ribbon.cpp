@@ -72,8 +72,9 @@ void tst_KORBStyle2013Ribbon::colours_data()
                                           << QStringList{"#ff00ff", "#00ff80"};
     QTest::newRow("selected tab") << "tab" << 0 << QStringList{"#800000", "#ffff80", "#010101"}
                                   << QStringList{"#008000"};
-    QTest::newRow("context tab at rest") << "contextTab" << 0 << QStringList{"#008000", "#010101"}
-                                         << QStringList{"#800000", "#ffff80"};
+    // A context tab's caption is in its family's colour, as its band.
+    QTest::newRow("context tab at rest") << "contextTab" << 0 << QStringList{"#008000"}
+                                         << QStringList{"#800000", "#ffff80", "#010101"};
     QTest::newRow("slide block") << "slide" << 0 << QStringList{"#123456", "#654321"} << QStringList{};
     QTest::newRow("logic group: flat, nothing") << "group" << 0 << QStringList{"#ffffff"}
                                                 << QStringList{"#ff00ff", "#ff0000"};
