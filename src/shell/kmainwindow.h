@@ -23,6 +23,8 @@ class KListCommand;
 class KDragToolBar;
 class KToolBar;
 class KStyleOptionMainWindow;
+class KMdiArea;
+class KStatusBar;
 
 /**
  * The QMainWindow that holds a main window's tool bars, docks and central widget. It is a
@@ -98,7 +100,18 @@ public:
     QWidget* headerBar() const { return m_headerBar.data(); }
     void removeHeaderBar();
 
+    // --- status bar ---
+    /**
+     * Puts bar at the foot of the window, taking it over as a child; the status bar there
+     * before is hidden and deleted later. Null only removes the one there is.
+     */
+    void setStatusBar(KStatusBar* bar);
+    KStatusBar* statusBar() const;
+    void removeStatusBar();
+
     // --- central widget and docks ---
+    /// A KMdiArea as central widget passes its statusChanged() on as mdiStatusChanged(),
+    /// which is emitted once at once.
     void setCentralWidget(QWidget* widget);
     QWidget* centralWidget() const;
     virtual void addDockWidget(Qt::DockWidgetArea area, QDockWidget* dock);
@@ -185,6 +198,7 @@ public Q_SLOTS:
     void updateCommandBarProtection(KCommand* cmd);
 
 Q_SIGNALS:
+    void mdiStatusChanged(KMdiArea* area);
     void deactivated();
     void sizeChange();
     void menuBarCreated();
@@ -220,9 +234,11 @@ protected:
 private:
     void _placeToolBar(KToolBar* bar, int position, bool moveExisting);
     void _placeFullScreenBar();
+    void _setStatusBarFullScreen(bool on);
 
     QVBoxLayout* m_outerLayout = nullptr;
     QPointer<QWidget> m_headerBar;
+    QPointer<QWidget> m_statusBar; // a KStatusBar
     QPointer<KToolBar> m_fullScreenBar; // a KDragToolBar
     KMainDockArea* m_dockArea = nullptr;
     QString m_caption;

@@ -38,6 +38,19 @@ public:
                                          const QWidget* widget) const override;
     void drawComplexControl_KRbTabButton(const KStyleOptionKRbTabButton* option, QPainter* painter,
                                          const QWidget* widget) const override;
+
+    // --- documents: the document tab bar, its tabs and new-tab button, the status bar
+    //     (korbstyle_2013_documents.cpp) ---
+    void drawComplexControl_KDocTabBar(const KStyleOptionDocTabBar* option, QPainter* painter,
+                                       const QWidget* widget) const override;
+    void drawComplexControl_KDocTab(const KStyleOptionDocTab* option, QPainter* painter,
+                                    const QWidget* widget) const override;
+    QStyle::SubControl hitTestComplexControl_KDocTab(QStyle::ComplexControl control, const KStyleOptionDocTab* option,
+                                                     const QPoint& pos, const QWidget* widget) const override;
+    void drawControl_KTabBarNewButton(const KStyleOptionTabBarNewButton* option, QPainter* painter,
+                                      const QWidget* widget) const override;
+    void drawComplexControl_KStatusBar(const KStyleOptionStatusBar* option, QPainter* painter,
+                                       const QWidget* widget) const override;
 };
 
 #endif // KORBSTYLE_2013_H
