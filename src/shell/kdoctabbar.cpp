@@ -45,10 +45,15 @@ QBrush themeBrush(const QString& item)
 // itself takes an empty geometry, which hides it.
 void hideItem(QLayoutItem* item)
 {
-    if (QWidget* w = item->widget())
-        w->setGeometry(QRect(0, 0, -1, -1));
-    else
+    // A widget item would bound the null rectangle by the widget's minimum size; the widget
+    // itself takes an empty geometry, or, when it has a minimum size of its own, a place
+    // wholly left of its parent.
+    if (QWidget* w = item->widget()) {
+        const QSize least = w->minimumSize();
+        w->setGeometry(least.isNull() ? QRect(0, 0, -1, -1) : QRect(QPoint(-least.width() - 1, 0), least));
+    } else {
         item->setGeometry(QRect(0, 0, -1, -1));
+    }
 }
 
 void placeItem(QLayoutItem* item, const QRect& rect)

@@ -68,11 +68,14 @@ bool KStatusBarLayout::isSepeartor(QLayoutItem* item)
 void KStatusBarLayout::hideItem(QLayoutItem* item)
 {
     // A widget item would bound the null rectangle by the widget's minimum size; the widget
-    // itself takes an empty geometry.
-    if (QWidget* w = item->widget())
-        w->setGeometry(QRect(0, 0, -1, -1));
-    else
+    // itself takes an empty geometry, or, when it has a minimum size of its own, a place
+    // wholly left of its parent.
+    if (QWidget* w = item->widget()) {
+        const QSize least = w->minimumSize();
+        w->setGeometry(least.isNull() ? QRect(0, 0, -1, -1) : QRect(QPoint(-least.width() - 1, 0), least));
+    } else {
         item->setGeometry(QRect(0, 0, -1, -1));
+    }
 }
 
 void KStatusBarLayout::setGeometry(const QRect& outer)
@@ -132,6 +135,10 @@ void KStatusBarLayout::setGeometry(const QRect& outer)
             continue;
         }
         const int placed = qMin(width, room);
+        if (placed <= 0) {
+            hideItem(item);
+            continue;
+        }
         place(item, x0, placed);
         x0 += placed;
         lastPlacedIsSeparator = separator;

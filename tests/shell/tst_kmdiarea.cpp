@@ -1,0 +1,295 @@
+#include <ktestsupport.h>
+
+#include <QCloseEvent>
+#include <QMdiSubWindow>
+
+#include <kmdiarea.h>
+#include <ktriggercommand.h>
+#include <klistcommand.h>
+
+namespace {
+// A document that may refuse to close, or close its own window from its close handler.
+class Document : public QWidget
+{
+public:
+    explicit Document(const QString& title) { setWindowTitle(title); }
+    bool refuse = false;
+
+protected:
+    void closeEvent(QCloseEvent* e) override
+    {
+        if (refuse)
+            e->ignore();
+        else
+            e->accept();
+    }
+};
+}
+
+class tst_KMdiArea : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void viewsAgreeAfterEveryOperation();
+    void calcRowCol_data();
+    void calcRowCol();
+    void verticalTileOfFive();
+    void tileFollowsResizeUntilMovedByHand();
+    void cascadeAndCompare();
+    void addedWindowStaysMaximised();
+    void closeAllLeavesTheRefusingWindow();
+    void closingTheLastTabShowsThePageOnce();
+    void closedFromItsOwnHandlerOrDeletedFromOutside();
+    void hiddenTabbar();
+
+private:
+    // Whether the area's current window and the tab bar's current tab name the same window.
+    static bool agree(KMdiArea* area)
+    {
+        return area->qMdiArea()->currentSubWindow() == area->tabBarEx()->currentSubWindow();
+    }
+    KMdiArea* m_area = nullptr;
+};
+
+void tst_KMdiArea::init()
+{
+    m_area = new KMdiArea;
+    m_area->resize(600, 400);
+    m_area->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_area));
+}
+
+void tst_KMdiArea::cleanup()
+{
+    delete m_area;
+    m_area = nullptr;
+}
+
+void tst_KMdiArea::viewsAgreeAfterEveryOperation()
+{
+    QList<QMdiSubWindow*> w;
+    for (int i = 0; i < 4; ++i) {
+        w << m_area->addSubWindow(new Document(QStringLiteral("D%1").arg(i)));
+        QCOMPARE(m_area->currentSubWindow(), w.last());
+        QVERIFY(agree(m_area));
+    }
+    // A click on a tab.
+    KDocTab* tab = m_area->tabBarEx()->tabAt(1);
+    QTest::mouseClick(tab, Qt::LeftButton, {}, QPoint(20, 10));
+    QCOMPARE(m_area->currentSubWindow(), w.at(1));
+    QVERIFY(agree(m_area));
+    // The area's own activation.
+    m_area->qMdiArea()->setActiveSubWindow(w.at(2));
+    QCOMPARE(m_area->tabBarEx()->currentSubWindow(), w.at(2));
+    // Next and previous, and a move of tabs.
+    m_area->activateNextSubWindow();
+    QCOMPARE(m_area->currentSubWindow(), w.at(3));
+    QVERIFY(agree(m_area));
+    m_area->tabBarEx()->tabBar()->moveTab(3, 0);
+    m_area->activateNextSubWindow();
+    QCOMPARE(m_area->currentSubWindow(), w.at(0));
+    QVERIFY(agree(m_area));
+    // Removing the current one.
+    QSignalSpy removed(m_area, &KMdiArea::subWindowRemoved);
+    m_area->removeSubWindow(w.at(0));
+    QCOMPARE(removed.count(), 1);
+    QCOMPARE(m_area->tabBarEx()->count(), 3);
+    QVERIFY(m_area->currentSubWindow());
+    QVERIFY(agree(m_area));
+    delete w.at(0);
+}
+
+void tst_KMdiArea::calcRowCol_data()
+{
+    QTest::addColumn<int>("n");
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<int>("columns");
+    QTest::newRow("1") << 1 << 1 << 1;
+    QTest::newRow("3") << 3 << 1 << 3;
+    QTest::newRow("4") << 4 << 2 << 2;
+    QTest::newRow("5") << 5 << 2 << 2;
+    QTest::newRow("6") << 6 << 2 << 3;
+    QTest::newRow("9") << 9 << 3 << 3;
+    QTest::newRow("10") << 10 << 3 << 3;
+}
+
+void tst_KMdiArea::calcRowCol()
+{
+    QFETCH(int, n);
+    int rows = -1;
+    int columns = -1;
+    KMdiArea::_calcRowCol(n, rows, columns);
+    QTEST(rows, "rows");
+    QTEST(columns, "columns");
+}
+
+void tst_KMdiArea::verticalTileOfFive()
+{
+    QList<QMdiSubWindow*> w;
+    for (int i = 0; i < 5; ++i)
+        w << m_area->addSubWindow(new Document(QStringLiteral("D%1").arg(i)));
+    m_area->vertTileSubWindows(true);
+    QCOMPARE(m_area->arrangement(), int(KMdiArea::VertTile));
+    const QSize vp = m_area->qMdiArea()->viewport()->size();
+    // Two columns; the first holds three windows, the second two; the current one last.
+    QMap<int, int> perColumn;
+    for (QMdiSubWindow* s : w) {
+        QCOMPARE(s->width(), vp.width() / 2);
+        perColumn[s->x()]++;
+    }
+    QCOMPARE(perColumn.value(0), 3);
+    QCOMPARE(perColumn.value(vp.width() / 2), 2);
+    QCOMPARE(w.at(4)->geometry(), QRect(vp.width() / 2, vp.height() / 2, vp.width() / 2, vp.height() / 2));
+    QVERIFY(agree(m_area));
+}
+
+void tst_KMdiArea::tileFollowsResizeUntilMovedByHand()
+{
+    QMdiSubWindow* a = m_area->addSubWindow(new Document(QStringLiteral("A")));
+    QMdiSubWindow* b = m_area->addSubWindow(new Document(QStringLiteral("B")));
+    // Horizontal tiles lie one under the other, the full width of the area.
+    m_area->horzTileSubWindows(true);
+    QCOMPARE(a->height(), b->height());
+    m_area->resize(800, 500);
+    QTRY_COMPARE(a->width(), m_area->qMdiArea()->viewport()->width());
+    QCOMPARE(a->height() + b->height(), m_area->qMdiArea()->viewport()->height());
+    // A window added to a tile joins it.
+    QMdiSubWindow* c = m_area->addSubWindow(new Document(QStringLiteral("C")));
+    QCOMPARE(c->height(), m_area->qMdiArea()->viewport()->height() / 3);
+    QCOMPARE(a->height(), c->height());
+    // Moved by hand: the tile ends, and a resize leaves the windows alone.
+    b->move(b->pos() + QPoint(5, 5));
+    QCOMPARE(m_area->arrangement(), int(KMdiArea::RearrangeNone));
+    const QRect before = b->geometry();
+    m_area->resize(700, 450);
+    QCoreApplication::processEvents();
+    QCOMPARE(b->geometry(), before);
+}
+
+void tst_KMdiArea::cascadeAndCompare()
+{
+    QList<QMdiSubWindow*> w;
+    for (int i = 0; i < 3; ++i)
+        w << m_area->addSubWindow(new Document(QStringLiteral("D%1").arg(i)));
+    m_area->cascadeSubWindows(true);
+    QCOMPARE(m_area->arrangement(), int(KMdiArea::Cascade));
+    const int step = w.at(1)->x() - w.at(0)->x();
+    QVERIFY(step > 0);
+    QCOMPARE(w.at(1)->y() - w.at(0)->y(), step);
+    QCOMPARE(w.at(0)->size(), w.at(2)->size());
+
+    m_area->rearrangeCompareViews(w.at(0), w.at(2));
+    QCOMPARE(m_area->arrangement(), int(KMdiArea::CompareView));
+    const QSize vp = m_area->qMdiArea()->viewport()->size();
+    QCOMPARE(w.at(0)->geometry(), QRect(0, 0, vp.width() / 2, vp.height()));
+    QCOMPARE(w.at(2)->x(), vp.width() / 2);
+    QVERIFY(agree(m_area));
+    // Cancelling goes back to the cascade.
+    m_area->cancelCompareView();
+    QCOMPARE(m_area->arrangement(), int(KMdiArea::Cascade));
+    QVERIFY(!m_area->compareLeft());
+    QCOMPARE(w.at(0)->size(), w.at(2)->size());
+}
+
+void tst_KMdiArea::addedWindowStaysMaximised()
+{
+    QMdiSubWindow* a = m_area->addSubWindow(new Document(QStringLiteral("A")));
+    a->showMaximized();
+    QMdiSubWindow* b = m_area->addSubWindow(new Document(QStringLiteral("B")));
+    QVERIFY(b->isMaximized());
+    QCOMPARE(m_area->currentSubWindow(), b);
+    QVERIFY(agree(m_area));
+}
+
+void tst_KMdiArea::closeAllLeavesTheRefusingWindow()
+{
+    QList<QPointer<QMdiSubWindow>> w;
+    auto* keeper = new Document(QStringLiteral("Keep"));
+    keeper->refuse = true;
+    w << m_area->addSubWindow(new Document(QStringLiteral("A")));
+    w << m_area->addSubWindow(keeper);
+    w << m_area->addSubWindow(new Document(QStringLiteral("B")));
+    QSignalSpy allClosed(m_area, &KMdiArea::allSubWindowClosed);
+    m_area->closeAllSubWindows();
+    QCOMPARE(m_area->tabBarEx()->count(), 1);
+    QCOMPARE(m_area->tabBarEx()->subWindowAt(0), w.at(1).data());
+    QCOMPARE(allClosed.count(), 0);
+    QTRY_VERIFY(w.at(0).isNull());
+    QTRY_VERIFY(w.at(2).isNull());
+    QCOMPARE(m_area->currentSubWindow(), w.at(1).data());
+    QVERIFY(agree(m_area));
+    keeper->refuse = false;
+}
+
+void tst_KMdiArea::closingTheLastTabShowsThePageOnce()
+{
+    KListCommand page(nullptr, nullptr);
+    page.setText(QStringLiteral("No document"));
+    m_area->addNoTabPageWidget(&page);
+    QVERIFY(m_area->noTabPageWidget());
+    QVERIFY(m_area->noTabPageWidget()->isVisible());
+    QSignalSpy first(m_area, &KMdiArea::firstSubWindowAdded);
+    QPointer<QMdiSubWindow> a = m_area->addSubWindow(new Document(QStringLiteral("A")));
+    QCOMPARE(first.count(), 1);
+    QVERIFY(!m_area->noTabPageWidget()->isVisible());
+    QVERIFY(m_area->qMdiArea()->isVisible());
+
+    QSignalSpy allClosed(m_area, &KMdiArea::allSubWindowClosed);
+    KDocTab* tab = m_area->tabBarEx()->tabAt(0);
+    QTest::mouseClick(tab, Qt::LeftButton, {}, KStyleOptionDocTab::closeRect(tab->rect()).center());
+    QCOMPARE(m_area->tabBarEx()->count(), 0);
+    QTRY_VERIFY(a.isNull());
+    QCOMPARE(allClosed.count(), 1);
+    QVERIFY(m_area->noTabPageWidget()->isVisible());
+    QVERIFY(!m_area->qMdiArea()->isVisible());
+    m_area->removeNoTabPageWidget();
+}
+
+void tst_KMdiArea::closedFromItsOwnHandlerOrDeletedFromOutside()
+{
+    QPointer<QMdiSubWindow> a = m_area->addSubWindow(new Document(QStringLiteral("A")));
+    QPointer<QMdiSubWindow> b = m_area->addSubWindow(new Document(QStringLiteral("B")));
+    QPointer<QMdiSubWindow> c = m_area->addSubWindow(new Document(QStringLiteral("C")));
+
+    // The host closes the document from the tab's right-click handler.
+    connect(m_area->tabBarEx(), &KDocTabbarEx::rightClicked, this, [this](int index) {
+        if (QMdiSubWindow* w = m_area->tabBarEx()->subWindowAt(index))
+            w->close();
+    });
+    QTest::mouseClick(m_area->tabBarEx()->tabAt(1), Qt::RightButton, {}, QPoint(20, 10));
+    QTRY_VERIFY(b.isNull());
+    QCOMPARE(m_area->tabBarEx()->count(), 2);
+    QVERIFY(agree(m_area));
+
+    // Deleted from outside, the current one and another.
+    delete c.data();
+    QCOMPARE(m_area->tabBarEx()->count(), 1);
+    QCOMPARE(m_area->currentSubWindow(), a.data());
+    QVERIFY(agree(m_area));
+    QSignalSpy allClosed(m_area, &KMdiArea::allSubWindowClosed);
+    delete a.data();
+    QCOMPARE(m_area->tabBarEx()->count(), 0);
+    QCOMPARE(allClosed.count(), 1);
+    QVERIFY(!m_area->currentSubWindow());
+    // The tabs went later; nothing of them is left.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(m_area->tabBarEx()->tabBar()->viewport()->findChildren<KDocTab*>().size(), 0);
+}
+
+void tst_KMdiArea::hiddenTabbar()
+{
+    KMdiArea area(nullptr, true);
+    area.resize(300, 200);
+    area.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&area));
+    QVERIFY(!area.isDocTabbarVisible());
+    QCOMPARE(area.qMdiArea()->geometry(), area.rect());
+    area.setDocTabbarVisible(true);
+    QVERIFY(area.isDocTabbarVisible());
+}
+
+NORVIK_TEST_MAIN(tst_KMdiArea)
+#include "tst_kmdiarea.moc"

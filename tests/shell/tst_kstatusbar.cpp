@@ -1,0 +1,153 @@
+#include <ktestsupport.h>
+
+#include <klistcommand.h>
+#include <kmainwindow.h>
+#include <kstatusbar.h>
+#include <ktriggercommand.h>
+
+namespace {
+// A status command whose trigger the test counts; triggerable only when told so.
+class MenuCommand : public KListCommand
+{
+public:
+    MenuCommand() : KListCommand(nullptr, nullptr) {}
+    bool triggerable = false;
+    int triggers = 0;
+    bool isTriggerable() const override { return triggerable; }
+    void trigger() override { ++triggers; }
+};
+}
+
+class tst_KStatusBar : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void halvesFollowTheCommand();
+    void rightClickOnTheEmptyLeftPart();
+    void lightWidensTheButton();
+    void parserPlacesTheStatusBar();
+};
+
+void tst_KStatusBar::halvesFollowTheCommand()
+{
+    MenuCommand list;
+    auto* left = new KStatusItemCommand(nullptr, &list);
+    left->setText(QStringLiteral("Page 1 of 1"));
+    auto* strech = new KStatusStrechCommand(nullptr, &list);
+    auto* right = new KStatusCapsLockCommand(nullptr, &list);
+    list.addSubCommand(left);
+    list.addSubCommand(strech);
+    list.addSubCommand(right);
+
+    KStatusBar bar;
+    bar.setStatusCommand(&list);
+    QCOMPARE(bar.items().size(), 3);
+    QVERIFY(!bar.items().at(1));
+    QCOMPARE(bar.permanentIndex(), 2);
+    auto* caps = qobject_cast<KStatusButton*>(bar.items().at(2));
+    QVERIFY(caps);
+    QCOMPARE(caps->text(), QStringLiteral("Caps Lock"));
+
+    bar.resize(500, 24);
+    bar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    QWidget* leftButton = bar.items().at(0);
+    QCOMPARE(leftButton->x(), 0);
+    QVERIFY(caps->geometry().right() < bar.width());
+    QVERIFY(caps->x() > bar.width() / 2);
+
+    // A permanent widget goes to the right half; a plain one to the end of the left half.
+    auto* zoom = new QWidget;
+    zoom->setFixedSize(40, 20);
+    bar.insertPermanentWidget(0, zoom, 0);
+    QCOMPARE(bar.items().indexOf(zoom), 2);
+    auto* words = new QWidget;
+    words->setFixedSize(30, 20);
+    bar.addWidget(words);
+    QCOMPARE(bar.items().indexOf(words), 1);
+    QCOMPARE(bar.permanentIndex(), 3);
+
+    // Items follow the list.
+    list.removeSubCommand(0);
+    QCOMPARE(bar.items().size(), 4);
+    QCOMPARE(bar.items().first(), words);
+
+    // A narrow bar hides the left half first.
+    // Room for the right half and the size grip, not for the left item too.
+    bar.resize(caps->sizeHint().width() + zoom->width() + 20, 24);
+    QTRY_VERIFY(words->geometry().right() < 0);
+    QVERIFY(caps->width() > 0);
+    QVERIFY(zoom->geometry().left() >= 0);
+}
+
+void tst_KStatusBar::rightClickOnTheEmptyLeftPart()
+{
+    MenuCommand list;
+    list.addSubCommand(new KStatusStrechCommand(nullptr, &list));
+    list.addSubCommand(new KStatusNumLockCommand(nullptr, &list));
+    KStatusBar bar;
+    bar.setStatusCommand(&list);
+    bar.resize(400, 24);
+    bar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    QTest::mouseClick(&bar, Qt::RightButton, {}, QPoint(10, 10));
+    QCOMPARE(list.triggers, 0);
+    list.triggerable = true;
+    QTest::mouseClick(&bar, Qt::RightButton, {}, QPoint(10, 10));
+    QCOMPARE(list.triggers, 1);
+    // Over the right half it does nothing.
+    QTest::mouseClick(&bar, Qt::RightButton, {}, QPoint(bar.statusLayout()->getLastStrechPos() + 2, 10));
+    QCOMPARE(list.triggers, 1);
+}
+
+void tst_KStatusBar::lightWidensTheButton()
+{
+    KStatusItemCommand plain(nullptr, nullptr);
+    KStatusItemCommand lit(nullptr, nullptr);
+    plain.setText(QStringLiteral("Auto save"));
+    lit.setText(QStringLiteral("Auto save"));
+    lit.setNeedLight(true);
+    QWidget host;
+    QWidget* a = plain.requestWidget(&host, 0);
+    QWidget* b = lit.requestWidget(&host, 0);
+    QVERIFY(a);
+    QVERIFY(b);
+    QCOMPARE(b->sizeHint().width(), a->sizeHint().width() + 8);
+}
+
+void tst_KStatusBar::parserPlacesTheStatusBar()
+{
+    const QByteArray commands = "<commands><KListCommand id='status'>"
+                                "<KStatusItemCommand id='page' text='Page 1'/>"
+                                "<KStatusStrechCommand id='split'/>"
+                                "<KStatusInsertKeyCommand id='ovr'/>"
+                                "</KListCommand></commands>";
+    const QList<QPair<QByteArray, QString>> cases = {
+        {"<statusbar/>", QStringLiteral("statusbar no command given.")},
+        {"<statusbar cmd='nothing'/>", QStringLiteral("can not found command named:")},
+        {"<statusbar cmd='status'/>", QString()},
+    };
+    for (const auto& c : cases) {
+        QTemporaryDir dir;
+        QVERIFY(KTestSupport::loadMainXml(dir.path(), "<mainwindow>" + commands + c.first + "</mainwindow>"));
+        KMainWindow window;
+        KWarningCatcher warnings;
+        window.polishXml();
+        if (c.second.isEmpty()) {
+            QCOMPARE(warnings.count(), 0);
+            QVERIFY(window.statusBar());
+            QCOMPARE(window.statusBar()->items().size(), 3);
+            QCOMPARE(window.statusBar()->permanentIndex(), 2);
+            QCOMPARE(window.statusBar()->parentWidget(), &window);
+        } else {
+            QCOMPARE(warnings.count(), 1);
+            QVERIFY(warnings.contains(c.second));
+            QVERIFY(!window.statusBar());
+        }
+        KApplication::instance()->resetXml();
+    }
+}
+
+NORVIK_TEST_MAIN(tst_KStatusBar)
+#include "tst_kstatusbar.moc"
