@@ -347,8 +347,12 @@ QMdiSubWindow* KMdiArea::addSubWindow(QWidget* widget, Qt::WindowFlags flags)
         return nullptr;
     if (isRelativeSubWindow(widget))
         m_relativeSubWindow = nullptr;
-    setUpdatesEnabled(false);
     const Qt::WindowStates states = _getWindowStates(m_area);
+    // Re-applying an arrangement moves every window: paint once, at the end. Switching
+    // updates off and on walks all the area's widgets, so it is only done when needed.
+    const bool freeze = m_arrangement != RearrangeNone && !(states & Qt::WindowMaximized) && updatesEnabled();
+    if (freeze)
+        setUpdatesEnabled(false);
     QMdiSubWindow* subWindow = m_area->addSubWindow(widget, flags);
     // Keeps QMdiArea from carrying the maximised state through every other window.
     m_area->QMdiArea::setActiveSubWindow(nullptr);
@@ -376,7 +380,8 @@ QMdiSubWindow* KMdiArea::addSubWindow(QWidget* widget, Qt::WindowFlags flags)
     Q_EMIT statusChanged(this);
     if (first)
         Q_EMIT firstSubWindowAdded();
-    setUpdatesEnabled(true);
+    if (freeze)
+        setUpdatesEnabled(true);
     return subWindow;
 }
 
