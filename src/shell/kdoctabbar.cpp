@@ -41,6 +41,20 @@ QBrush themeBrush(const QString& item)
     return c.isValid() ? QBrush(c) : QBrush();
 }
 
+// A thin line can't show a gradient across an area: it takes the gradient's strongest stop.
+QBrush lineBrush(const QBrush& brush)
+{
+    const QGradient* gradient = brush.gradient();
+    if (!gradient)
+        return brush;
+    QColor strongest;
+    for (const QGradientStop& stop : gradient->stops()) {
+        if (!strongest.isValid() || stop.second.alpha() > strongest.alpha())
+            strongest = stop.second;
+    }
+    return strongest.isValid() ? QBrush(strongest) : QBrush();
+}
+
 // A widget item would bound the null rectangle by the widget's minimum size; the widget
 // itself takes an empty geometry, which hides it.
 void hideItem(QLayoutItem* item)
@@ -103,6 +117,7 @@ KDocTabbarArrowButton::KDocTabbarArrowButton(Qt::ArrowType direction, QWidget* p
 {
     setFocusPolicy(Qt::NoFocus);
     setToolTip(direction == Qt::LeftArrow ? tr("Previous Document") : tr("Next Document"));
+    setAttribute(Qt::WA_Hover);
 }
 
 void KDocTabbarArrowButton::paintEvent(QPaintEvent*)
@@ -113,13 +128,15 @@ void KDocTabbarArrowButton::paintEvent(QPaintEvent*)
     const QBrush fill = themeBrush(QStringLiteral("ArrowBackground") + suffix);
     const QBrush outline = themeBrush(QStringLiteral("ArrowBackground-Outline") + suffix);
     const QBrush inner = themeBrush(QStringLiteral("ArrowBackground-Inline") + suffix);
-    if (fill.style() != Qt::NoBrush)
+    // The panel shows only under the mouse; at rest the arrow stands on the strip.
+    const bool hot = isEnabled() && (underMouse() || isDown());
+    if (hot && fill.style() != Qt::NoBrush)
         p.fillRect(r, fill);
-    if (outline.style() != Qt::NoBrush) {
+    if (hot && outline.style() != Qt::NoBrush) {
         p.setPen(QPen(outline, 1));
         p.drawRect(r.adjusted(0, 0, -1, -1));
     }
-    if (inner.style() != Qt::NoBrush) {
+    if (hot && inner.style() != Qt::NoBrush) {
         p.setPen(QPen(inner, 1));
         p.drawRect(r.adjusted(1, 1, -2, -2));
     }
@@ -129,9 +146,10 @@ void KDocTabbarArrowButton::paintEvent(QPaintEvent*)
         qWarning().noquote() << "KDocTabbar::Arrow too small, can't not draw complete..";
         return;
     }
-    QBrush line1 = themeBrush(QStringLiteral("ArrowBackgroundLine1"));
-    const QBrush line2 = themeBrush(QStringLiteral("ArrowBackgroundLine2"));
-    if (line1.style() == Qt::NoBrush)
+    QBrush line1 = lineBrush(themeBrush(QStringLiteral("ArrowBackgroundLine1")));
+    const QBrush line2 = lineBrush(themeBrush(QStringLiteral("ArrowBackgroundLine2")));
+    // A disabled arrow (the strip's end) is greyed, as any disabled control.
+    if (line1.style() == Qt::NoBrush || !isEnabled())
         line1 = palette().brush(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText);
     const QPoint c = r.center();
     const int dir = m_direction == Qt::LeftArrow ? -1 : 1;
@@ -143,7 +161,8 @@ void KDocTabbarArrowButton::paintEvent(QPaintEvent*)
         p.drawLine(tip, QPoint(tip.x() - dir * size, tip.y() - size));
         p.drawLine(tip, QPoint(tip.x() - dir * size, tip.y() + size));
     };
-    chevron(line2, -dir);
+    if (isEnabled())
+        chevron(line2, -dir);
     chevron(line1, 0);
 }
 

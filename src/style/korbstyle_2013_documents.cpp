@@ -123,7 +123,7 @@ void KORBStyle_2013::drawControl_KTabBarNewButton(const KStyleOptionTabBarNewBut
         painter->drawRect(r.adjusted(0, 0, -1, -1));
     }
     // The plus sign.
-    const QColor color = themeColor(s_tabBarClass, "tagCross", option->palette.color(QPalette::WindowText));
+    const QColor color = themeColor(QStringLiteral("common"), "text", option->palette.color(QPalette::WindowText));
     const QPoint c = r.center();
     painter->fillRect(QRect(c.x() - 5, c.y(), 11, 1), color);
     painter->fillRect(QRect(c.x(), c.y() - 5, 1, 11), color);
