@@ -11,6 +11,7 @@
 #include <QWidget>
 
 #include <kdomdocument.h>
+#include <kmdiarea.h>
 #include <norvikofficeui_export.h>
 
 class QBoxLayout;
@@ -23,7 +24,6 @@ class KListCommand;
 class KDragToolBar;
 class KToolBar;
 class KStyleOptionMainWindow;
-class KMdiArea;
 class KStatusBar;
 
 /**

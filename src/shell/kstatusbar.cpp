@@ -299,8 +299,8 @@ void KStatusBarLabel::setDirection(QBoxLayout::Direction direction)
 
 QSize KStatusBarLabel::sizeHint() const
 {
-    const QSize icon = m_icon.isNull() ? QSize() : QSize(16, 16);
-    const QSize text = m_text.isEmpty() ? QSize() : fontMetrics().size(Qt::TextSingleLine, m_text);
+    const QSize icon = m_icon.isNull() ? QSize(0, 0) : QSize(16, 16);
+    const QSize text = m_text.isEmpty() ? QSize(0, 0) : fontMetrics().size(Qt::TextSingleLine, m_text);
     QSize size;
     const bool horizontal = m_direction == QBoxLayout::LeftToRight || m_direction == QBoxLayout::RightToLeft;
     if (horizontal)

@@ -4,7 +4,11 @@
 #include <QMdiSubWindow>
 #include <QMimeData>
 
+#include <QStyleFactory>
+
+#include <kapptheme.h>
 #include <kdoctabbar.h>
+#include <korbstyle_2013.h>
 #include <ktriggercommand.h>
 
 namespace {
@@ -47,6 +51,9 @@ private Q_SLOTS:
     void wheelSwitchesTabs();
     void newButtonFiresOnceLaterAndNotOnDoubleClick();
     void titleAndChangedMarkFollowTheWidget();
+    void hiddenTabsAreSkipped();
+    void arrowTooSmallWarns();
+    void flatLookMarksTheCheckedTabAndHitsItsClose();
 
 private:
     struct Bar
@@ -342,6 +349,71 @@ void tst_KDocTabbar::titleAndChangedMarkFollowTheWidget()
     QCOMPARE(tab->toolTip(), QStringLiteral("Letter"));
     w->setWindowModified(false);
     QVERIFY(!tab->isModified());
+}
+
+void tst_KDocTabbar::hiddenTabsAreSkipped()
+{
+    Bar b(4);
+    b.bar.resize(800, 22);
+    b.bar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&b.bar));
+    b.bar.setCurrentIndex(0);
+    b.bar.setTabVisible(b.windows.at(1), false);
+    b.bar.activeNextTab(false);
+    QCOMPARE(b.bar.currentIndex(), 2);
+    QCOMPARE(b.bar.prevTab(b.bar.currentTab()), b.bar.tabButton(0));
+    // The hidden tab takes no room: the others are packed at their hints.
+    QTRY_COMPARE(b.bar.tabButton(2)->x(), b.bar.tabButton(0)->width());
+    // Hiding the current one goes back to the one used before it.
+    b.bar.setTabVisible(b.windows.at(2), false);
+    QCOMPARE(b.bar.currentIndex(), 0);
+    b.bar.setTabVisible(b.windows.at(2), true);
+    b.bar.setCurrentIndex(3);
+    b.bar.activeNextTab(true);
+    QCOMPARE(b.bar.currentIndex(), 0);
+}
+
+void tst_KDocTabbar::arrowTooSmallWarns()
+{
+    KDocTabbarArrowButton arrow(Qt::LeftArrow, nullptr);
+    arrow.resize(5, 5);
+    KWarningCatcher warnings;
+    arrow.grab();
+    QCOMPARE(warnings.count(), 1);
+    QVERIFY(warnings.contains(QStringLiteral("KDocTabbar::Arrow too small, can't not draw complete..")));
+    warnings.clear();
+    arrow.resize(19, 22);
+    arrow.grab();
+    QCOMPARE(warnings.count(), 0);
+}
+
+void tst_KDocTabbar::flatLookMarksTheCheckedTabAndHitsItsClose()
+{
+    QTemporaryDir dir;
+    QVERIFY(KTestSupport::loadTheme(KTestSupport::writeFile(
+        dir.filePath("theme.xml"),
+        "<t><style name='2013'/><theme><style class='theme'><color name='theme1' value='#c01010'/></style>"
+        "</theme></t>")));
+    KORBStyle_2013 style(QStyleFactory::create(QStringLiteral("Fusion")));
+    KStyleOptionDocTab option;
+    option.rect = QRect(0, 0, 180, 22);
+    option.text = QStringLiteral("Letter");
+    option.fontMetrics = QFontMetrics(QApplication::font());
+    auto band = [&](bool checked) {
+        option.isChecked = checked;
+        const QImage image = KTestSupport::paint(QSize(180, 22), [&](QPainter& p) {
+            style.drawComplexControl(KORBStyle::KCC_DocTab, &option, &p, nullptr);
+        });
+        return image.pixelColor(90, 0);
+    };
+    QCOMPARE(band(true), QColor("#c01010"));
+    QVERIFY(band(false) != QColor("#c01010"));
+    const QRect close = KStyleOptionDocTab::closeRect(option.rect);
+    QCOMPARE(style.hitTestComplexControl(KORBStyle::KCC_DocTab, &option, close.center(), nullptr),
+             KORBStyle::KSC_DocTabClose);
+    QVERIFY(style.hitTestComplexControl(KORBStyle::KCC_DocTab, &option, QPoint(30, 10), nullptr)
+            != KORBStyle::KSC_DocTabClose);
+    KApplication::instance()->theme()->resetXml();
 }
 
 NORVIK_TEST_MAIN(tst_KDocTabbar)

@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QMdiSubWindow>
 
+#include <kmainwindow.h>
 #include <kmdiarea.h>
 #include <ktriggercommand.h>
 #include <klistcommand.h>
@@ -26,6 +27,25 @@ protected:
 };
 }
 
+// A host's document that counts what the area tells it.
+class HostDocument : public KSubWindow
+{
+public:
+    int entered = 0;
+    int left = 0;
+    int added = 0;
+    int moved = 0;
+    QString filePath() const override { return QString(); }
+    QString documentType() const override { return QStringLiteral("test"); }
+    QIcon iconForSuffix(const QString&) const override { return QIcon(); }
+    void windowAdded() override { ++added; }
+    void synPositionToCore() override { ++moved; }
+
+protected:
+    void enterMaximized() override { ++entered; }
+    void leaveMaximized() override { ++left; }
+};
+
 class tst_KMdiArea : public QObject
 {
     Q_OBJECT
@@ -44,6 +64,9 @@ private Q_SLOTS:
     void closingTheLastTabShowsThePageOnce();
     void closedFromItsOwnHandlerOrDeletedFromOutside();
     void hiddenTabbar();
+    void hostDocumentHearsItsWindow();
+    void relativeSubWindowAndManualTabs();
+    void mainWindowPassesTheStatusOn();
 
 private:
     // Whether the area's current window and the tab bar's current tab name the same window.
@@ -289,6 +312,59 @@ void tst_KMdiArea::hiddenTabbar()
     QCOMPARE(area.qMdiArea()->geometry(), area.rect());
     area.setDocTabbarVisible(true);
     QVERIFY(area.isDocTabbarVisible());
+}
+
+void tst_KMdiArea::hostDocumentHearsItsWindow()
+{
+    auto* document = new HostDocument;
+    QMdiSubWindow* w = m_area->addSubWindow(document);
+    QCOMPARE(document->added, 1);
+    QCOMPARE(document->left, 1); // its size state is set once, as leaving the maximised state
+    w->showMaximized();
+    QCOMPARE(document->entered, 1);
+    w->showNormal();
+    QCOMPARE(document->left, 2);
+    const int moved = document->moved;
+    w->move(w->pos() + QPoint(3, 3));
+    QVERIFY(document->moved > moved);
+}
+
+void tst_KMdiArea::relativeSubWindowAndManualTabs()
+{
+    QMdiSubWindow* a = m_area->addSubWindow(new Document(QStringLiteral("A")));
+    // A window without a tab: the host's relative sub-window.
+    auto* panel = new QMdiSubWindow;
+    panel->setWidget(new QWidget);
+    m_area->qMdiArea()->addSubWindow(panel);
+    m_area->setRelativeSubWindow(panel);
+    QVERIFY(m_area->isRelativeSubWindow(panel->widget()));
+    QVERIFY(m_area->hasCommonAncestorWithRelativeSubWindow(panel->widget()));
+    QVERIFY(!m_area->isRelativeSubWindow(a));
+    QCOMPARE(m_area->findSubWindow(panel), -1);
+
+    // Taken out of the tabs and put back by hand.
+    QSignalSpy allClosed(m_area, &KMdiArea::allSubWindowClosed);
+    QSignalSpy first(m_area, &KMdiArea::firstSubWindowAdded);
+    m_area->removeSubWindowFromTabbar(a);
+    QCOMPARE(m_area->tabBarEx()->count(), 0);
+    QCOMPARE(allClosed.count(), 1);
+    QVERIFY(a->isHidden());
+    m_area->insertSubWindowToTabbar(a, 0, true);
+    m_area->insertSubWindowToTabbar(a, 0, true); // already there: nothing
+    QCOMPARE(m_area->tabBarEx()->count(), 1);
+    QCOMPARE(first.count(), 1);
+}
+
+void tst_KMdiArea::mainWindowPassesTheStatusOn()
+{
+    KMainWindow window;
+    auto* area = new KMdiArea;
+    QSignalSpy status(&window, &KMainWindow::mdiStatusChanged);
+    window.setCentralWidget(area);
+    QCOMPARE(status.count(), 1);
+    QCOMPARE(status.at(0).at(0).value<KMdiArea*>(), area);
+    area->addSubWindow(new Document(QStringLiteral("A")));
+    QVERIFY(status.count() > 1);
 }
 
 NORVIK_TEST_MAIN(tst_KMdiArea)

@@ -1,6 +1,8 @@
 #include <ktestsupport.h>
 
 #include <klistcommand.h>
+#include <kevent.h>
+#include <kidleevent.h>
 #include <kmainwindow.h>
 #include <kstatusbar.h>
 #include <ktriggercommand.h>
@@ -16,6 +18,17 @@ public:
     bool isTriggerable() const override { return triggerable; }
     void trigger() override { ++triggers; }
 };
+
+// A command that counts its refreshes.
+class CountingCommand : public KCommand
+{
+public:
+    CountingCommand() : KCommand(nullptr, nullptr) {}
+    int updates = 0;
+    int processUpdates = 0;
+    void update() override { ++updates; }
+    void processUpdate() override { ++processUpdates; }
+};
 }
 
 class tst_KStatusBar : public QObject
@@ -27,6 +40,10 @@ private Q_SLOTS:
     void rightClickOnTheEmptyLeftPart();
     void lightWidensTheButton();
     void parserPlacesTheStatusBar();
+    void labelSize_data();
+    void labelSize();
+    void labelRefreshesItsCommand();
+    void fullScreenHidesTheBarThroughItsCommand();
 };
 
 void tst_KStatusBar::halvesFollowTheCommand()
@@ -147,6 +164,72 @@ void tst_KStatusBar::parserPlacesTheStatusBar()
         }
         KApplication::instance()->resetXml();
     }
+}
+
+void tst_KStatusBar::labelSize_data()
+{
+    QTest::addColumn<int>("direction");
+    QTest::addColumn<bool>("withIcon");
+    QTest::newRow("text only") << int(QBoxLayout::LeftToRight) << false;
+    QTest::newRow("left to right") << int(QBoxLayout::LeftToRight) << true;
+    QTest::newRow("right to left") << int(QBoxLayout::RightToLeft) << true;
+    QTest::newRow("top to bottom") << int(QBoxLayout::TopToBottom) << true;
+}
+
+void tst_KStatusBar::labelSize()
+{
+    QFETCH(int, direction);
+    QFETCH(bool, withIcon);
+    KStatusBarLabel label(QStringLiteral("Ready"));
+    if (withIcon)
+        label.setIcon(KTestSupport::redIcon());
+    label.setDirection(QBoxLayout::Direction(direction));
+    const QSize text = label.fontMetrics().size(Qt::TextSingleLine, QStringLiteral("Ready"));
+    const bool horizontal = direction == QBoxLayout::LeftToRight || direction == QBoxLayout::RightToLeft;
+    const QSize icon = withIcon ? QSize(16, 16) : QSize(0, 0);
+    const QSize expected = horizontal ? QSize(icon.width() + text.width() + 2, qMax(icon.height(), text.height()))
+                                      : QSize(qMax(icon.width(), text.width()), icon.height() + text.height() + 2);
+    QCOMPARE(label.sizeHint(), expected);
+}
+
+void tst_KStatusBar::labelRefreshesItsCommand()
+{
+    CountingCommand cmd;
+    cmd.setText(QStringLiteral("Saving"));
+    KStatusBarLabel label;
+    label.setDefaultCommand(&cmd);
+    QCOMPARE(label.text(), QStringLiteral("Saving"));
+    KIdleEvent idle(0);
+    QCoreApplication::sendEvent(&label, &idle);
+    QCOMPARE(cmd.updates, 1);
+    KEvent process(KEvent::ProcessUpdate);
+    QCoreApplication::sendEvent(&label, &process);
+    QCOMPARE(cmd.processUpdates, 1);
+    cmd.setText(QStringLiteral("Saved"));
+    QTRY_COMPARE(label.text(), QStringLiteral("Saved"));
+}
+
+void tst_KStatusBar::fullScreenHidesTheBarThroughItsCommand()
+{
+    MenuCommand list;
+    list.addSubCommand(new KStatusNumLockCommand(nullptr, &list));
+    KMainWindow window;
+    auto* bar = new KStatusBar;
+    bar->setStatusCommand(&list);
+    window.setStatusBar(bar);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(bar->isVisible());
+    window.setFullScreen(true);
+    QVERIFY(!list.isVisible(KMultiControlBool::FullScreenControl));
+    QTRY_VERIFY(!bar->isVisible());
+    window.setFullScreen(false);
+    QVERIFY(list.isVisible());
+    QTRY_VERIFY(bar->isVisible());
+    // Replacing the bar takes the old one away.
+    QPointer<KStatusBar> old = bar;
+    window.setStatusBar(new KStatusBar);
+    QTRY_VERIFY(old.isNull());
 }
 
 NORVIK_TEST_MAIN(tst_KStatusBar)
