@@ -1,6 +1,8 @@
 #include <ktestsupport.h>
 
 #include <QMdiSubWindow>
+#include <QMessageBox>
+#include <QTimer>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTextEdit>
@@ -21,6 +23,7 @@ private Q_SLOTS:
     void initTestCase();
     void tabsFollowNewOpenAndClose();
     void statusFollowsTheCurrentDocument();
+    void closingAChangedDocumentAsks();
 
 private:
     KCommand* cmd(const char* id) { return m_window->commands()->command(id); }
@@ -100,6 +103,37 @@ void tst_WriterDocuments::statusFollowsTheCurrentDocument()
     cmd("FileNew")->trigger();
     words->update();
     QCOMPARE(words->text(), QStringLiteral("0 words"));
+}
+
+void tst_WriterDocuments::closingAChangedDocumentAsks()
+{
+    KMdiArea* area = m_window->documents()->area();
+    cmd("FileNew")->trigger();
+    QTest::keyClicks(m_window->editor(), "keep me");
+    const int tabs = area->tabBarEx()->count();
+    // Answers the question that closing asks, and notes that it was asked.
+    int asked = 0;
+    auto answer = [&](QMessageBox::StandardButton button) {
+        QTimer::singleShot(0, this, [&asked, button] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                ++asked;
+                box->button(button)->click();
+            }
+        });
+    };
+    answer(QMessageBox::Cancel);
+    KDocTab* tab = area->tabBarEx()->tabAt(tabs - 1);
+    QTest::mouseClick(tab, Qt::LeftButton, {}, KStyleOptionDocTab::closeRect(tab->rect()).center());
+    QCOMPARE(asked, 1);
+    QCOMPARE(area->tabBarEx()->count(), tabs);
+    QCOMPARE(m_window->editor()->toPlainText(), QStringLiteral("keep me"));
+
+    answer(QMessageBox::Discard);
+    tab = area->tabBarEx()->tabAt(tabs - 1);
+    QTest::mouseClick(tab, Qt::LeftButton, {}, KStyleOptionDocTab::closeRect(tab->rect()).center());
+    QCOMPARE(asked, 2);
+    QCOMPARE(area->tabBarEx()->count(), tabs - 1);
+    QVERIFY(m_window->editor()->toPlainText() != QStringLiteral("keep me"));
 }
 
 NORVIK_TEST_MAIN(tst_WriterDocuments)

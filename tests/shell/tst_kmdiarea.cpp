@@ -67,6 +67,8 @@ private Q_SLOTS:
     void hostDocumentHearsItsWindow();
     void relativeSubWindowAndManualTabs();
     void mainWindowPassesTheStatusOn();
+    void clicksOnTheStripAndTheEmptyArea();
+    void hiddenSubWindowLeavesTheTabs();
 
 private:
     // Whether the area's current window and the tab bar's current tab name the same window.
@@ -365,6 +367,51 @@ void tst_KMdiArea::mainWindowPassesTheStatusOn()
     QCOMPARE(status.at(0).at(0).value<KMdiArea*>(), area);
     area->addSubWindow(new Document(QStringLiteral("A")));
     QVERIFY(status.count() > 1);
+}
+
+void tst_KMdiArea::clicksOnTheStripAndTheEmptyArea()
+{
+    QPointer<QMdiSubWindow> a = m_area->addSubWindow(new Document(QStringLiteral("A")));
+    m_area->addSubWindow(new Document(QStringLiteral("B")));
+    QSignalSpy doubleClicked(m_area, &KMdiArea::doubleClicked);
+    QSignalSpy rightClicked(m_area, &KMdiArea::tabBarRightClicked);
+    KDocTabbarEx* strip = m_area->tabBarEx();
+    // The empty strip: right of the tabs' row is the strip itself.
+    const QPoint empty(strip->width() - 3, strip->height() / 2);
+    QTest::mouseDClick(strip, Qt::LeftButton, {}, empty);
+    QCOMPARE(doubleClicked.count(), 1);
+    QTest::mouseClick(strip, Qt::RightButton, {}, empty);
+    QCOMPARE(rightClicked.count(), 1);
+    QCOMPARE(rightClicked.at(0).at(0).toInt(), -1);
+    // A right click on a tab names it, and makes it current.
+    QTest::mouseClick(strip->tabAt(0), Qt::RightButton, {}, QPoint(20, 10));
+    QCOMPARE(rightClicked.count(), 2);
+    QCOMPARE(rightClicked.at(1).at(0).toInt(), 0);
+    QCOMPARE(m_area->currentSubWindow(), a.data());
+    // The middle button closes a tab's document.
+    QTest::mouseClick(strip->tabAt(0), Qt::MiddleButton, {}, QPoint(20, 10));
+    QTRY_VERIFY(a.isNull());
+    QCOMPARE(strip->count(), 1);
+    QVERIFY(agree(m_area));
+    // A double click on the empty area.
+    m_area->qMdiArea()->viewport()->setFocus();
+    QTest::mouseDClick(m_area->qMdiArea()->viewport(), Qt::LeftButton, {}, QPoint(590, 350));
+    QVERIFY(doubleClicked.count() >= 2);
+}
+
+void tst_KMdiArea::hiddenSubWindowLeavesTheTabs()
+{
+    QMdiSubWindow* a = m_area->addSubWindow(new Document(QStringLiteral("A")));
+    QMdiSubWindow* b = m_area->addSubWindow(new Document(QStringLiteral("B")));
+    m_area->setSubWinVisible(b, false);
+    QVERIFY(b->isHidden());
+    QVERIFY(m_area->tabBarEx()->tabAt(1)->isHidden());
+    QCOMPARE(m_area->tabBarEx()->currentSubWindow(), a);
+    QVERIFY(m_area->hasVisibleSubWindow());
+    m_area->setSubWinVisible(a, false);
+    QVERIFY(!m_area->hasVisibleSubWindow());
+    m_area->setSubWinVisible(b, true);
+    QVERIFY(m_area->hasVisibleSubWindow());
 }
 
 NORVIK_TEST_MAIN(tst_KMdiArea)

@@ -3,6 +3,7 @@
 #include <klistcommand.h>
 #include <kevent.h>
 #include <kidleevent.h>
+#include <kapptheme.h>
 #include <kmainwindow.h>
 #include <kstatusbar.h>
 #include <ktriggercommand.h>
@@ -44,6 +45,8 @@ private Q_SLOTS:
     void labelSize();
     void labelRefreshesItsCommand();
     void fullScreenHidesTheBarThroughItsCommand();
+    void lightShowsTheState();
+    void idleUpdatesTheStatusCommand();
 };
 
 void tst_KStatusBar::halvesFollowTheCommand()
@@ -230,6 +233,50 @@ void tst_KStatusBar::fullScreenHidesTheBarThroughItsCommand()
     QPointer<KStatusBar> old = bar;
     window.setStatusBar(new KStatusBar);
     QTRY_VERIFY(old.isNull());
+}
+
+void tst_KStatusBar::lightShowsTheState()
+{
+    QTemporaryDir dir;
+    QVERIFY(KTestSupport::loadTheme(KTestSupport::writeFile(
+        dir.filePath("theme.xml"),
+        "<t><style name='base'/><theme><style class='KStatusBarLight'>"
+        "<color name='inner-check' value='#00c000'/><color name='inner-uncheck' value='#c0c0c0'/>"
+        "<color name='inner-waiting-save' value='#f0a000'/></style></theme></t>")));
+    KStatusItemCommand cmd(nullptr, nullptr);
+    cmd.setText(QStringLiteral("Auto-save"));
+    cmd.setNeedLight(true);
+    KAutoBackupControlButton button;
+    button.setDefaultCommand(&cmd);
+    button.resize(button.sizeHint());
+    // The light's middle, left of the caption.
+    auto light = [&] { return button.grab().toImage().pixelColor(5, button.height() / 2); };
+    QCOMPARE(light(), QColor("#c0c0c0"));
+    button.setChecked(true);
+    QCOMPARE(light(), QColor("#00c000"));
+    button.setWaitingSaveState(true);
+    QCOMPARE(light(), QColor("#f0a000"));
+    button.setChecked(false);
+    QCOMPARE(light(), QColor("#c0c0c0"));
+    KApplication::instance()->theme()->resetXml();
+}
+
+void tst_KStatusBar::idleUpdatesTheStatusCommand()
+{
+    CountingCommand cmd;
+    KStatusBar bar;
+    bar.setStatusCommand(&cmd);
+    KIdleEvent idle(0);
+    QVERIFY(QCoreApplication::sendEvent(&bar, &idle));
+    QCOMPARE(cmd.updates, 1);
+    // The bar follows its command's state.
+    QWidget window;
+    bar.setParent(&window);
+    cmd.setEnabled(false);
+    QTRY_VERIFY(!bar.isEnabled());
+    cmd.setText(QStringLiteral("Status"));
+    QTRY_COMPARE(bar.windowTitle(), QStringLiteral("Status"));
+    bar.setParent(nullptr);
 }
 
 NORVIK_TEST_MAIN(tst_KStatusBar)
