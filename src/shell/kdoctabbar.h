@@ -111,7 +111,7 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
     /// The split form, with room for a drop-down part, while tabs are hidden by scrolling.
     void changeToSplitButton(bool split);
-    bool isSplitButton() const { return buttonStyle() & KStyleOptionToolButton::StyleText; }
+    bool isSplitButton() const { return buttonStyle() & KStyleOptionToolButton::StyleArrow; }
     bool isClickPending() const;
 
 protected:

@@ -318,7 +318,6 @@ void tst_KDocTabbar::newButtonFiresOnceLaterAndNotOnDoubleClick()
     bar.setExtendButton(&cmd);
     KTabBarNewButton* button = bar.extendButton();
     QVERIFY(button);
-    QCOMPARE(button->sizeHint(), QSize(26, 25));
     bar.resize(300, 25);
     bar.show();
     QVERIFY(QTest::qWaitForWindowExposed(&bar));
@@ -334,6 +333,23 @@ void tst_KDocTabbar::newButtonFiresOnceLaterAndNotOnDoubleClick()
     QTest::mouseRelease(button, Qt::LeftButton);
     KTestSupport::runLoopFor(450);
     QVERIFY(triggered.count() <= 2);
+
+    // While every tab is seen the button has its split form; once tabs scroll out, the plain one.
+    auto* area = new QMdiArea;
+    for (int i = 0; i < 8; ++i) {
+        auto* w = new QWidget;
+        w->setWindowTitle(QStringLiteral("Doc %1").arg(i));
+        bar.addSubWindow(area->addSubWindow(w), true);
+        if (i == 0) {
+            QTRY_VERIFY(button->isSplitButton());
+            QCOMPARE(button->sizeHint(), QSize(36, 25));
+        }
+    }
+    QTRY_VERIFY(!button->isSplitButton());
+    QCOMPARE(button->sizeHint(), QSize(26, 25));
+    for (int i = bar.count() - 1; i >= 0; --i)
+        bar.removeTab(i);
+    delete area;
 }
 
 void tst_KDocTabbar::titleAndChangedMarkFollowTheWidget()
