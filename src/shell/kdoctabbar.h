@@ -109,7 +109,7 @@ public:
     using KToolButton::sizeHint;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
-    /// The split form, with room for a drop-down part, while tabs are hidden by scrolling.
+    /// The split form, with room for a drop-down part; the bar shows it while every tab is in view.
     void changeToSplitButton(bool split);
     bool isSplitButton() const { return buttonStyle() & KStyleOptionToolButton::StyleArrow; }
     bool isClickPending() const;

@@ -90,15 +90,15 @@ void tst_KStatusBarLayout::layout()
     layout->setSpacing(0);
     QList<QPair<QString, QWidget*>> widgets;
     int separators = 0;
-    for (const QString& spec : items.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
-        if (spec == QLatin1String("~")) {
+    for (const QString& item : items.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        if (item == QLatin1String("~")) {
             layout->addStretch(0);
-        } else if (spec == QLatin1String("|")) {
+        } else if (item == QLatin1String("|")) {
             auto* sep = new FixedSeparator(&host);
             layout->addWidget(sep);
             widgets.append({QStringLiteral("|%1").arg(separators++), sep});
         } else {
-            const QStringList parts = spec.split(QLatin1Char(':'));
+            const QStringList parts = item.split(QLatin1Char(':'));
             const QStringList sizes = parts.at(1).split(QLatin1Char('/'));
             auto* item = new FixedItem(sizes.at(0).toInt(), sizes.at(1).toInt(), &host);
             layout->addWidget(item);
