@@ -30,8 +30,8 @@ WriterDocumentSetup::WriterDocumentSetup(WriterWindow* window)
     if (KCommand* cmd = window->commands()->command(QStringLiteral("FileProtect")))
         connect(cmd, &KCommand::triggered, this, &WriterDocumentSetup::protection);
     connect(&m_autoSave, &QTimer::timeout, this, &WriterDocumentSetup::autoSaveNow);
-    connect(window->editor()->document(), &QTextDocument::contentsChanged, this,
-            &WriterDocumentSetup::_onContentsChanged);
+    // Through the editor: it follows whichever document is current.
+    connect(window->editor(), &QTextEdit::textChanged, this, &WriterDocumentSetup::_onContentsChanged);
     _onContentsChanged();
 }
 

@@ -16,6 +16,7 @@
 #include <kcommand.h>
 #include <kcommands.h>
 
+#include "writerdocuments.h"
 #include "writerdocumentsetup.h"
 #include "writerpanels.h"
 
@@ -36,9 +37,9 @@ WriterWindow::WriterWindow(QWidget* parent)
     m_editor->setObjectName(QStringLiteral("WriterEditor"));
     m_editor->setFrameShape(QFrame::StyledPanel);
     m_editor->setAcceptRichText(true);
-    setCentralWidget(m_editor);
-    // Qt shows the "[*]" of the title as a mark while the window is modified.
-    connect(m_editor->document(), &QTextDocument::modificationChanged, this, &QWidget::setWindowModified);
+    m_documents = new WriterDocuments(this, m_editor);
+    setCentralWidget(m_documents->area());
+    m_documents->newDocument();
     resize(1000, 680);
 }
 
@@ -94,6 +95,7 @@ void WriterWindow::bindCommands()
         });
     }
     connect(this, &WriterWindow::documentChanged, this, &WriterWindow::_rememberFile);
+    m_documents->bindCommands();
     m_documentSetup = new WriterDocumentSetup(this);
 
     // The format toggles show the format at the cursor.
@@ -203,8 +205,15 @@ void WriterWindow::_updateTitle()
     setWindowModified(m_editor->document()->isModified());
 }
 
+void WriterWindow::setCurrentPath(const QString& path)
+{
+    m_path = path;
+    _updateTitle();
+}
+
 void WriterWindow::newFile()
 {
+    m_documents->newDocument();
     m_editor->clear();
     m_editor->document()->setModified(false);
     m_path.clear();
@@ -218,6 +227,7 @@ bool WriterWindow::openFile(const QString& path)
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         return false;
     const QString text = QString::fromUtf8(file.readAll());
+    m_documents->pageForOpen();
     if (isHtml(path))
         m_editor->setHtml(text);
     else
@@ -225,6 +235,7 @@ bool WriterWindow::openFile(const QString& path)
     _updateFormatChecks(); // the cursor may not move, yet the text under it changed
     m_editor->document()->setModified(false);
     m_path = QFileInfo(path).absoluteFilePath();
+    m_documents->syncCurrentPath();
     _updateTitle();
     Q_EMIT documentChanged();
     return true;
@@ -242,6 +253,7 @@ bool WriterWindow::saveFile(const QString& path)
     const QString absolute = QFileInfo(path).absoluteFilePath();
     const bool renamed = absolute != m_path;
     m_path = absolute;
+    m_documents->syncCurrentPath();
     _updateTitle();
     if (renamed)
         Q_EMIT documentChanged();

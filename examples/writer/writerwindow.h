@@ -7,6 +7,7 @@
 class QTextEdit;
 class KCommand;
 class WriterDocumentSetup;
+class WriterDocuments;
 
 /**
  * The main window of Norvik Writer, a small text editor. Everything it shows besides the
@@ -26,6 +27,10 @@ public:
     /// Page setup, protection and auto-save of the document; made by bindCommands().
     WriterDocumentSetup* documentSetup() const { return m_documentSetup; }
     QString filePath() const { return m_path; }
+    /// The open documents; the editor shows the current one.
+    WriterDocuments* documents() const { return m_documents; }
+    /// The file of the document that became current (empty for an unsaved one).
+    void setCurrentPath(const QString& path);
 
     /// Opens a text file (".html" and ".htm" as rich text, anything else as plain text).
     bool openFile(const QString& path);
@@ -53,6 +58,7 @@ private:
     QTextEdit* m_editor;
     QString m_path;
     WriterDocumentSetup* m_documentSetup = nullptr;
+    WriterDocuments* m_documents = nullptr;
 };
 
 #endif // WRITERWINDOW_H

@@ -18,6 +18,8 @@
 #include "kstyleoption.h"
 #include "kdockwidget.h"
 #include "kdragtoolbar.h"
+#include "kmdiarea.h"
+#include "kstatusbar.h"
 #include "klistcommand.h"
 #include "kseparatorcommand.h"
 #include "ktoolbar.h"
@@ -329,6 +331,47 @@ void KMainWindow::updateCommandBarProtection(KCommand* cmd)
 void KMainWindow::setCentralWidget(QWidget* widget)
 {
     m_dockArea->setCentralWidget(widget);
+    if (auto* area = qobject_cast<KMdiArea*>(widget)) {
+        connect(area, &KMdiArea::statusChanged, this, &KMainWindow::mdiStatusChanged, Qt::UniqueConnection);
+        Q_EMIT mdiStatusChanged(area);
+    }
+}
+
+void KMainWindow::setStatusBar(KStatusBar* bar)
+{
+    if (bar == m_statusBar)
+        return;
+    removeStatusBar();
+    m_statusBar = bar;
+    if (!bar)
+        return;
+    bar->setParent(this);
+    m_outerLayout->addWidget(bar);
+    if (!bar->statusCommand() || bar->statusCommand()->isVisible())
+        bar->show();
+}
+
+KStatusBar* KMainWindow::statusBar() const
+{
+    return static_cast<KStatusBar*>(m_statusBar.data());
+}
+
+void KMainWindow::removeStatusBar()
+{
+    QWidget* bar = m_statusBar.data();
+    m_statusBar = nullptr;
+    if (!bar)
+        return;
+    m_outerLayout->removeWidget(bar);
+    bar->hide();
+    bar->deleteLater();
+}
+
+void KMainWindow::_setStatusBarFullScreen(bool on)
+{
+    // Through the full-screen controller: a bar the user hid stays hidden afterwards.
+    if (KStatusBar* bar = statusBar(); bar && bar->statusCommand())
+        bar->statusCommand()->setVisible(KMultiControlBool::FullScreenControl, !on);
 }
 
 QWidget* KMainWindow::centralWidget() const
@@ -590,6 +633,7 @@ void KMainWindow::setFullScreen(bool on)
         if (!headerVisible)
             _placeFullScreenBar();
     }
+    _setStatusBarFullScreen(on);
     if (on) {
         setLastState(QStringLiteral("WindowState"), int(windowState()));
         showFullScreen();
@@ -870,6 +914,8 @@ void KMainWindow::initStyleOption(KStyleOptionMainWindow* option) const
     option->flags = 7;
     if (m_headerBar)
         option->titleHeight = m_headerBar->titleHeight();
+    if (m_statusBar)
+        option->statusBarRect = m_statusBar->geometry();
 }
 
 void KMainWindow::paintEvent(QPaintEvent*)

@@ -13,6 +13,7 @@
 
 #include <kdomdocument.h>
 #include <krbtabwidget.h>
+#include <kmdiarea.h>
 #include <norvikofficeui_export.h>
 
 class QBoxLayout;
@@ -25,6 +26,7 @@ class KListCommand;
 class KDragToolBar;
 class KToolBar;
 class KStyleOptionMainWindow;
+class KStatusBar;
 
 /**
  * The QMainWindow that holds a main window's tool bars, docks and central widget. It is a
@@ -104,7 +106,18 @@ public:
     void setCustomFrameStruct(int left, int top, int right, int bottom);
     QMargins customFrameStruct() const { return m_customFrame; }
 
+    // --- status bar ---
+    /**
+     * Puts bar at the foot of the window, taking it over as a child; the status bar there
+     * before is hidden and deleted later. Null only removes the one there is.
+     */
+    void setStatusBar(KStatusBar* bar);
+    KStatusBar* statusBar() const;
+    void removeStatusBar();
+
     // --- central widget and docks ---
+    /// A KMdiArea as central widget passes its statusChanged() on as mdiStatusChanged(),
+    /// which is emitted once at once.
     void setCentralWidget(QWidget* widget);
     QWidget* centralWidget() const;
     virtual void addDockWidget(Qt::DockWidgetArea area, QDockWidget* dock);
@@ -194,6 +207,7 @@ public Q_SLOTS:
     void updateCommandBarProtection(KCommand* cmd);
 
 Q_SIGNALS:
+    void mdiStatusChanged(KMdiArea* area);
     void deactivated();
     void sizeChange();
     void menuBarCreated();
@@ -229,11 +243,13 @@ protected:
 private:
     void _placeToolBar(KToolBar* bar, int position, bool moveExisting);
     void _placeFullScreenBar();
+    void _setStatusBarFullScreen(bool on);
 
     QVBoxLayout* m_outerLayout = nullptr;
     QPointer<KRbTabWidget> m_headerBar;
     QMargins m_customFrame = QMargins(-1, -1, -1, -1);
     QPointer<QWidget> m_rbToolBarWidget;
+    QPointer<QWidget> m_statusBar; // a KStatusBar
     QPointer<KToolBar> m_fullScreenBar; // a KDragToolBar
     KMainDockArea* m_dockArea = nullptr;
     QString m_caption;

@@ -10,6 +10,7 @@
 #include "kmainwindow.h"
 #include "krbtabwidget.h"
 #include "krbtabwidgetcommand.h"
+#include "kstatusbar.h"
 #include "ktoolbar.h"
 
 namespace {
@@ -83,7 +84,7 @@ bool KUiXmlParaser::_ParseMainwindowEle(KMainWindow* window, const KDomElement& 
         } else if (tag == QLatin1String("dock")) {
             _ParseDockEle(child, window);
         } else if (tag == QLatin1String("statusbar")) {
-            // The status bar is not built by this version yet (see above).
+            _ParseStatusBar(child, window);
         } else if (tag == QLatin1String("KRbQuicktoolCommand")) {
             _ParseQuicktool(child, window);
         } else if (tag == QLatin1String("KNoTabPageCommand")) {
@@ -178,4 +179,14 @@ void KUiXmlParaser::_ParseTabBarNewButton(const KDomElement& element, KMainWindo
     const QString id = element.attribute(QStringLiteral("cmd"));
     if (!id.isEmpty())
         window->addrbTabbarButton(window->commands()->command(id));
+}
+
+void KUiXmlParaser::_ParseStatusBar(const KDomElement& element, KMainWindow* window)
+{
+    KCommand* command = barCommand(element, window, "statusbar no command given.");
+    if (!command)
+        return;
+    auto* bar = new KStatusBar(window);
+    bar->setStatusCommand(command);
+    window->setStatusBar(bar);
 }

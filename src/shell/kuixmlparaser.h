@@ -23,6 +23,7 @@ private:
     void _ParseToolBarEle(const KDomElement& element, KMainWindow* window);
     void _ParseDockEle(const KDomElement& element, KMainWindow* window);
     void _ParseKRbWidgetEle(const KDomElement& element, KMainWindow* window);
+    void _ParseStatusBar(const KDomElement& element, KMainWindow* window);
     void _ParseQuicktool(const KDomElement& element, KMainWindow* window);
     void _ParseNoTabPageCmd(const KDomElement& element, KMainWindow* window);
     void _ParseTabBarNewButton(const KDomElement& element, KMainWindow* window);

@@ -219,6 +219,19 @@ public:
     void drawPrimitive_BorderShadow(const KStyleOptionMainBorder* option, QPainter* painter,
                                     const QWidget* widget) const;
 
+    // --- documents: the document tab bar, its tabs and new-tab button, the status bar
+    //     (korbstyle_2013_documents.cpp) ---
+    void drawComplexControl_KDocTabBar(const KStyleOptionDocTabBar* option, QPainter* painter,
+                                       const QWidget* widget) const override;
+    void drawComplexControl_KDocTab(const KStyleOptionDocTab* option, QPainter* painter,
+                                    const QWidget* widget) const override;
+    QStyle::SubControl hitTestComplexControl_KDocTab(QStyle::ComplexControl control, const KStyleOptionDocTab* option,
+                                                     const QPoint& pos, const QWidget* widget) const override;
+    void drawControl_KTabBarNewButton(const KStyleOptionTabBarNewButton* option, QPainter* painter,
+                                      const QWidget* widget) const override;
+    void drawComplexControl_KStatusBar(const KStyleOptionStatusBar* option, QPainter* painter,
+                                       const QWidget* widget) const override;
+
 private:
     /// The title of the ribbon's tab bar, in area (the band above its bottom line).
     void _drawRbTabBarTitle(const KStyleOptionRbTabBar* option, QPainter* painter, const QWidget* widget,

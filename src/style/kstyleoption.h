@@ -190,6 +190,26 @@ public:
     enum StyleOptionVersion { Version = 1 };
     KStyleOptionDocTab();
 
+    /// The measures of a tab's content, shared by the tab (its size hints) and the styles.
+    enum Metrics {
+        IconSize = 16,
+        CloseSize = 16,
+        MarginLeft = 4,
+        MarginTop = 2,
+        MarginRight = 4,
+        MarginBottom = 2,
+        TextSpacingLeft = 3,  ///< between the icon and the text
+        TextSpacingRight = 2, ///< between the text and the close mark
+        CloseMarginLeft = 0,
+        CloseMarginTop = 2
+    };
+    /// Where a tab of rect puts its close mark: at the right margin, centred vertically.
+    static QRect closeRect(const QRect& rect)
+    {
+        return QRect(rect.right() - MarginRight - CloseSize + 1, rect.top() + (rect.height() - CloseSize) / 2,
+                     CloseSize, CloseSize);
+    }
+
     QIcon icon;
     QBrush background;
     QString text;

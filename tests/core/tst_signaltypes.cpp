@@ -10,7 +10,10 @@
 #include <kcommandbarprop.h>
 #include <kcommands.h>
 #include <klistcommand.h>
+#include <kdoctabbar.h>
 #include <kmainwindow.h>
+#include <kmdiarea.h>
+#include <kstatusbar.h>
 #include <ktoolbutton.h>
 
 namespace {
@@ -43,6 +46,10 @@ void tst_SignalTypes::signalArgumentsHaveMetaTypes_data()
         &KAbstractListCommand::staticMetaObject, &KApplication::staticMetaObject,
         &KCommand::staticMetaObject,             &KCommandBarProp::staticMetaObject,
         &KMainWindow::staticMetaObject,          &KToolButton::staticMetaObject,
+        &KMdiArea::staticMetaObject,             &KDocTabbarEx::staticMetaObject,
+        &KDocTabbar::staticMetaObject,           &KDocTab::staticMetaObject,
+        &KDocTabbarLayout::staticMetaObject,     &KDocTabbarArrowButton::staticMetaObject,
+        &KStatusBarLabel::staticMetaObject,
     };
     for (const QMetaObject* meta : classes)
         QTest::newRow(meta->className()) << meta;
