@@ -4,7 +4,17 @@
 //   norvik-writer --screenshot OUT.png   shows the window, waits until it is drawn and idle,
 //                                        saves a picture of it and exits
 //   norvik-writer --base-color "#217346" tints the theme with that colour for this run
+//   norvik-writer --classic              menus and tool bars instead of the ribbon
+//   norvik-writer --width 1000 --screenshot-state table --screenshot OUT.png
+//                                        a picture at that width, in one of the states
+//                                        "collapsed", "popup" (collapsed, a tab opened) or
+//                                        "table" (the cursor in a table: the Table tab shows)
+#include <QApplication>
 #include <QCommandLineParser>
+#include <QMouseEvent>
+#include <QPixmap>
+#include <QScreen>
+#include <QTextCursor>
 #include <QDir>
 #include <QTextEdit>
 #include <QTimer>
@@ -14,6 +24,12 @@
 #include <kapplication.h>
 #include <kapptheme.h>
 
+#include <krbtabbar.h>
+#include <krbtabbutton.h>
+#include <krbtabwidget.h>
+#include <kpopupwidget.h>
+
+#include "writerribbon.h"
 #include "writerwindow.h"
 
 namespace {
@@ -42,6 +58,30 @@ const char* const kSample =
     "The properties on the right count what you type.\n"
     "The Colour bar tints the whole window, and the choice is kept.\n";
 
+// Brings the window into the state a picture is asked of.
+void prepareScreenshotState(WriterWindow& window, const QString& state)
+{
+    KRbTabWidget* ribbon = window.headerBar();
+    if (state == QLatin1String("table")) {
+        window.editor()->moveCursor(QTextCursor::End);
+        window.editor()->append(QString());
+        window.ribbonActions()->insertTable(3, 3);
+        window.editor()->insertPlainText(QStringLiteral("Chapter"));
+    } else if (ribbon && (state == QLatin1String("collapsed") || state == QLatin1String("popup"))) {
+        ribbon->setStatus(KRbSubTabBar::Collapsed, true);
+        // A press on the Insert tab, as the user's: the page floats over the document.
+        if (KRbTabButton* tab = state == QLatin1String("popup") ? ribbon->tabBar()->tabButtonAt(1) : nullptr) {
+            const QPointF centre = QRectF(tab->rect()).center();
+            QMouseEvent press(QEvent::MouseButtonPress, centre, tab->mapToGlobal(centre), Qt::LeftButton,
+                              Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(tab, &press);
+            QMouseEvent release(QEvent::MouseButtonRelease, centre, tab->mapToGlobal(centre), Qt::LeftButton,
+                                Qt::NoButton, Qt::NoModifier);
+            QApplication::sendEvent(tab, &release);
+        }
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -60,9 +100,20 @@ int main(int argc, char** argv)
                                  QStringLiteral("Tint the theme with <color> for this run (not saved)."),
                                  QStringLiteral("color"));
     parser.addOption(baseColor);
+    QCommandLineOption classic(QStringLiteral("classic"), QStringLiteral("Menus and tool bars instead of the ribbon."));
+    parser.addOption(classic);
+    QCommandLineOption width(QStringLiteral("width"), QStringLiteral("Start <pixels> wide."), QStringLiteral("pixels"));
+    parser.addOption(width);
+    QCommandLineOption state(QStringLiteral("screenshot-state"),
+                             QStringLiteral("Before the picture: \"collapsed\", \"popup\" or \"table\"."),
+                             QStringLiteral("state"));
+    parser.addOption(state);
     parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A text file to open."));
     parser.process(app);
 
+    // The description holds both forms; the category picks one while it loads.
+    if (parser.isSet(classic))
+        app.setCategory(QStringLiteral("classic"));
     if (!app.setupXml(QStringLiteral("ui/writer.xml"))) {
         std::fprintf(stderr, "norvik-writer: cannot read its description ui/writer.xml\n");
         return 1;
@@ -84,18 +135,27 @@ int main(int argc, char** argv)
     else
         window.editor()->setPlainText(QString::fromUtf8(kSample));
     window.editor()->document()->setModified(false);
+    if (parser.isSet(width))
+        window.resize(parser.value(width).toInt(), window.height());
     window.show();
 
     if (parser.isSet(screenshot)) {
         const QString out = parser.value(screenshot);
+        const QString shotState = parser.value(state);
         auto* poll = new QTimer(&app);
-        QObject::connect(poll, &QTimer::timeout, &app, [&window, poll, out] {
+        QObject::connect(poll, &QTimer::timeout, &app, [&window, poll, out, shotState] {
             if (!window.windowHandle() || !window.windowHandle()->isExposed())
                 return;
             poll->stop();
+            prepareScreenshotState(window, shotState);
             // Give the idle rounds time to bring every bar up to date before the picture.
-            QTimer::singleShot(800, &window, [&window, out] {
-                const bool ok = window.grab().save(out);
+            QTimer::singleShot(800, &window, [&window, out, shotState] {
+                // A popped-up ribbon floats in a window of its own: take the screen there.
+                const QPixmap picture = shotState == QLatin1String("popup") && window.screen()
+                    ? window.screen()->grabWindow(0, window.x(), window.y(), window.frameGeometry().width(),
+                                                  window.frameGeometry().height())
+                    : window.grab();
+                const bool ok = picture.save(out);
                 std::printf("%s %s\n", ok ? "screenshot saved to" : "could not save", qPrintable(out));
                 QCoreApplication::exit(ok ? 0 : 2);
             });
