@@ -9,6 +9,7 @@
 //                                        a picture at that width, in one of the states
 //                                        "collapsed", "popup" (collapsed, a tab opened) or
 //                                        "table" (the cursor in a table: the Table tab shows)
+//                                        or "tabN" (the N-th tab current, from 0)
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QMouseEvent>
@@ -45,24 +46,27 @@ const char* const kSample =
     "# Norvik Writer\n"
     "A small editor that shows what the framework builds from a description.\n"
     "\n"
-    "## Commands\n"
-    "New, Open, Save and the editing commands come from ui/writer.xml.\n"
-    "Undo, Redo, Cut, Copy and Paste follow the state of this document.\n"
+    "## The ribbon\n"
+    "Home, Insert, Layout and View come from ui/writer.xml; a page is made when its tab first shows.\n"
+    "Put the cursor in a table (Insert, Table) and the Table tab comes forward.\n"
+    "Double-click a tab, or the arrow at the right, to collapse the ribbon.\n"
     "\n"
     "## Format\n"
-    "Bold, Italic and Underline follow the text under the cursor; save as .html to keep them.\n"
-    "Recent lists the files you opened or saved, also after a restart.\n"
+    "Bold, Italic, Underline and the paragraph buttons follow the text under the cursor;\n"
+    "save as .html to keep them. Recent lists the files you opened or saved.\n"
     "\n"
     "## Panels and colours\n"
     "The outline on the left lists the lines that start with #.\n"
     "The properties on the right count what you type.\n"
-    "The Colour bar tints the whole window, and the choice is kept.\n";
+    "Layout, Colour tints the whole window, and the choice is kept.\n";
 
 // Brings the window into the state a picture is asked of.
 void prepareScreenshotState(WriterWindow& window, const QString& state)
 {
     KRbTabWidget* ribbon = window.headerBar();
-    if (state == QLatin1String("table")) {
+    if (ribbon && state.startsWith(QLatin1String("tab"))) {
+        ribbon->setCurrentItem(state.mid(3).toInt());
+    } else if (state == QLatin1String("table")) {
         window.editor()->moveCursor(QTextCursor::End);
         window.editor()->append(QString());
         window.ribbonActions()->insertTable(3, 3);
@@ -105,7 +109,7 @@ int main(int argc, char** argv)
     QCommandLineOption width(QStringLiteral("width"), QStringLiteral("Start <pixels> wide."), QStringLiteral("pixels"));
     parser.addOption(width);
     QCommandLineOption state(QStringLiteral("screenshot-state"),
-                             QStringLiteral("Before the picture: \"collapsed\", \"popup\" or \"table\"."),
+                             QStringLiteral("Before the picture: \"collapsed\", \"popup\", \"table\" or \"tabN\"."),
                              QStringLiteral("state"));
     parser.addOption(state);
     parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A text file to open."));

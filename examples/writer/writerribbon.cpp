@@ -332,8 +332,6 @@ void WriterRibbonActions::_zoomBy(int steps)
     const int target = qBound(-5, m_zoom + steps, 10);
     _editor()->zoomIn(target - m_zoom);
     m_zoom = target;
-    if (KCommand* cmd = _command("ViewZoomReset"))
-        cmd->setEnabled(m_zoom != 0);
 }
 
 void WriterRibbonActions::_toggleStatusBar()

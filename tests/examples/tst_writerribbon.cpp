@@ -7,6 +7,7 @@
 #include <QTextTable>
 
 #include <kcommands.h>
+#include <kdragtoolbar.h>
 #include <krbcategory.h>
 #include <krbtabbar.h>
 #include <krbtabbutton.h>
@@ -30,6 +31,7 @@ private Q_SLOTS:
     void collapseCommandsFollowTheRibbon();
     void findAndReplace();
     void paragraphCommandsShowTheParagraph();
+    void fullScreenTradesTheRibbonForItsBar();
 
 private:
     KCommand* cmd(const char* id) { return m_window->commands()->command(id); }
@@ -164,6 +166,19 @@ void tst_WriterRibbon::paragraphCommandsShowTheParagraph()
     // The second line never changed.
     editor()->moveCursor(QTextCursor::End);
     QVERIFY(cmd("ParaAlignLeft")->checkedHint());
+}
+
+void tst_WriterRibbon::fullScreenTradesTheRibbonForItsBar()
+{
+    cmd("ViewFullScreen")->trigger();
+    QVERIFY(m_window->isFullScreen());
+    QVERIFY(ribbon()->isHidden());
+    QVERIFY(m_window->fullScreenBar());
+    QVERIFY(m_window->fullScreenBar()->isVisibleTo(m_window.data()));
+    cmd("CloseFullScreen")->trigger();
+    QVERIFY(!m_window->isFullScreen());
+    QVERIFY(ribbon()->isVisibleTo(m_window.data()));
+    QVERIFY(m_window->fullScreenBar()->isHidden());
 }
 
 NORVIK_TEST_MAIN(tst_WriterRibbon)
