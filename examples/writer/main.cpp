@@ -64,8 +64,10 @@ const char* const kSample =
 void prepareScreenshotState(WriterWindow& window, const QString& state)
 {
     KRbTabWidget* ribbon = window.headerBar();
-    if (ribbon && state.startsWith(QLatin1String("tab"))) {
-        ribbon->setCurrentItem(state.mid(3).toInt());
+    bool isTabNumber = false;
+    const int tab = state.startsWith(QLatin1String("tab")) ? state.mid(3).toInt(&isTabNumber) : -1;
+    if (ribbon && isTabNumber) {
+        ribbon->setCurrentItem(tab);
     } else if (state == QLatin1String("table")) {
         window.editor()->moveCursor(QTextCursor::End);
         window.editor()->append(QString());
