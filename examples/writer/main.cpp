@@ -1,6 +1,6 @@
 // Norvik Writer: a small text editor built only on NorvikOfficeUI's public interface.
 //
-//   norvik-writer [FILE]                 opens FILE
+//   norvik-writer [FILE...]              opens each FILE in a tab of its own
 //   norvik-writer --screenshot OUT.png   shows the window, waits until it is drawn and idle,
 //                                        saves a picture of it and exits
 //   norvik-writer --base-color "#217346" tints the theme with that colour for this run
@@ -114,7 +114,8 @@ int main(int argc, char** argv)
                              QStringLiteral("Before the picture: \"collapsed\", \"popup\", \"table\" or \"tabN\"."),
                              QStringLiteral("state"));
     parser.addOption(state);
-    parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A text file to open."));
+    parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Text files to open, each in a tab."),
+                                 QStringLiteral("[files...]"));
     parser.process(app);
 
     // The description holds both forms; the category picks one while it loads.
@@ -136,9 +137,11 @@ int main(int argc, char** argv)
     app.bringFrontMainWindow(&window);
     QObject::connect(&app, &KApplication::lastMainWindowClosed, &app, &QCoreApplication::quit);
 
-    if (!parser.positionalArguments().isEmpty())
-        window.openFile(parser.positionalArguments().constFirst());
-    else
+    for (const QString& file : parser.positionalArguments()) {
+        if (!window.openFile(file))
+            std::fprintf(stderr, "norvik-writer: cannot read %s\n", qPrintable(file));
+    }
+    if (parser.positionalArguments().isEmpty())
         window.editor()->setPlainText(QString::fromUtf8(kSample));
     window.editor()->document()->setModified(false);
     if (parser.isSet(width))
