@@ -98,6 +98,7 @@ private Q_SLOTS:
     void slideBlock_data();
     void slideBlock();
     void noSlideBlockWithoutTheHint();
+    void slideBlockFollowsAContextTabThatShowsLate();
 
 private:
     KRbSubTabBar* show(const QStringList& names)
@@ -408,6 +409,25 @@ void tst_KRbSubTabBar::noSlideBlockWithoutTheHint()
     QVERIFY(!bar->isHideGradient());
     QCOMPARE(bar->getSlideBlockColor(), QColor());
     bar->grab(); // paints nothing, and says nothing
+}
+
+void tst_KRbSubTabBar::slideBlockFollowsAContextTabThatShowsLate()
+{
+    // A context tab is raised while its button is still hidden (its command's change arrives
+    // before the button shows); no idle round need follow for the block to find it.
+    FlatLook look;
+    KRbSubTabBar* bar = show({"Home", "Insert", "ctx:Table"});
+    QVERIFY(bar);
+    KSlideBlock* block = bar->slideBlock();
+    QVERIFY(block);
+    block->reset(bar->currentButton());
+    m_list->subCommand(2)->setProperty("visibleRaise", true);
+    m_list->subCommand(2)->setVisible(true);
+    QCOMPARE(bar->currentIdx(), 2);
+    QTRY_VERIFY(bar->tabButtonAt(2)->isVisible());
+    bar->layout()->activate();
+    QTRY_COMPARE(block->getSlideData().rect, bar->tabButtonAt(2)->geometry());
+    m_window.reset();
 }
 
 NORVIK_TEST_MAIN(tst_KRbSubTabBar)
