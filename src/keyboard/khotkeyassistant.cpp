@@ -31,6 +31,20 @@ KHotKeyAssistant::KHotKeyAssistant(QWidget* host, bool isTopLevel, bool isPopup)
     setAttribute(Qt::WA_ShowWithoutActivating);
     setFocusPolicy(Qt::NoFocus);
     connect(&m_timer, &QTimer::timeout, this, &KHotKeyAssistant::timeoutShow);
+    _watchHost();
+}
+
+void KHotKeyAssistant::_watchHost()
+{
+    // A level whose host goes (its window closed while the labels show) ends at once.
+    if (m_host)
+        connect(m_host.data(), &QObject::destroyed, this, &KHotKeyAssistant::_hostDestroyed, Qt::UniqueConnection);
+}
+
+void KHotKeyAssistant::_hostDestroyed()
+{
+    if (isRunning() || isVisible())
+        exit(-1);
 }
 
 KHotKeyAssistant::~KHotKeyAssistant()
@@ -55,7 +69,12 @@ void KHotKeyAssistant::setVisible(bool visible)
 
 void KHotKeyAssistant::setHostWidget(QWidget* host)
 {
+    if (m_host == host)
+        return;
+    if (m_host)
+        disconnect(m_host.data(), &QObject::destroyed, this, &KHotKeyAssistant::_hostDestroyed);
     m_host = host;
+    _watchHost();
 }
 
 void KHotKeyAssistant::timerStart(int ms)
@@ -250,14 +269,19 @@ void KHotKeyAssistant::hideHotKey()
 {
     if (qobject_cast<KMainWindow*>(m_host.data()))
         m_shown = false;
-    if (!m_isPopup) {
-        if (m_focusWidget)
-            m_focusWidget->setFocus(Qt::OtherFocusReason);
-        m_focusWidget = nullptr;
-    }
     handleMousePressEvent(false);
     releaseKeyboard();
     hide();
+    // The focus goes back after the overlay is gone: a platform that activated the overlay
+    // on showing hands the activation back to the host's window first.
+    if (!m_isPopup) {
+        if (QWidget* focus = m_focusWidget.data()) {
+            if (QApplication::activeWindow() == this || !QApplication::activeWindow())
+                QApplication::setActiveWindow(focus->window());
+            focus->setFocus(Qt::OtherFocusReason);
+        }
+        m_focusWidget = nullptr;
+    }
 }
 
 void KHotKeyAssistant::handleMousePressEvent(bool install)
@@ -515,6 +539,12 @@ bool KHotKeyAssistant::event(QEvent* e)
     case KEvent::Dismiss:
         exit(-3);
         break;
+    case QEvent::WindowActivate:
+        // The overlay is never the active window (a platform may activate it on showing):
+        // the host's window keeps its active look and, once the labels go, its focus.
+        if (QWidget* hostWindow = m_host ? m_host->window() : nullptr)
+            QApplication::setActiveWindow(hostWindow);
+        return true;
     default:
         break;
     }

@@ -103,6 +103,8 @@ private:
     void preExit(int code);
     void drawHotKeyItem(QPainter& painter, const hotkey_message& message);
     void _updateMask();
+    void _watchHost();
+    void _hostDestroyed();
     bool _isFirstClassic() const;
 
     QList<hotkey_message> m_messages;
