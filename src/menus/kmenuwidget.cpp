@@ -1,5 +1,8 @@
 #include "kmenuwidget.h"
 
+#include <khotkeyevent.h>
+#include <khotkeypopupassistant.h>
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -1044,6 +1047,16 @@ bool KMenuWidget::event(QEvent* e)
     case KEvent::BlockedMouse:
         _handleBlockedMouse(e);
         return true;
+    case KEvent::HotKeyCollect:
+        _collectHotKey(static_cast<KHotKeyCollectEvent*>(e));
+        return true;
+    case KEvent::HotKeyTrigger:
+        _triggerHotKey(static_cast<KHotKeyTriggerEvent*>(e));
+        return true;
+    case KEvent::HotKeyPopupSelect:
+        if (!m_currentItem)
+            setCurrentItem(getFirstEnableItem());
+        return true;
     case QEvent::FontChange:
     case QEvent::StyleChange:
         itemChanged(); // the rows measure themselves in the menu's font and style
@@ -1070,4 +1083,81 @@ void KMenuWidget::hideEvent(QHideEvent* e)
         m_popupItem->hidePopup();
     QWidget::hideEvent(e);
     Q_EMIT hided();
+}
+
+// --- key tips ---
+
+void KMenuWidget::_collectHotKey(KHotKeyCollectEvent* e)
+{
+    KCommand* cmd = command();
+    e->useAutoIndex = cmd && cmd->property("autoIndex").toBool();
+    const QPoint origin = KDrawHelpFunc::getHotKeyShowPos(this, size(), -1, -1);
+    for (int i = 0; i < count(); ++i) {
+        KMenuWidgetItem* item = itemAt(i);
+        if (!item || !item->isVisible() || dynamic_cast<KMenuWidgetSeparatorItem*>(item))
+            continue;
+        // At the left of the row, over the icon column, with the row's height as reference.
+        const QRect row = item->geometry();
+        const QSize reference(m_iconSize.width() + 12, row.height());
+        const QPoint pos = KDrawHelpFunc::modifyHotkeyPos(origin + row.topLeft(), reference, 4, 5, 11);
+        const QString key = item->command() ? item->command()->property("hotKey").toString() : QString();
+        e->addHotKey(pos, key, this, item->isEnabled(), QVariant::fromValue(static_cast<void*>(item)));
+    }
+    e->useAutoIndex = false;
+}
+
+void KMenuWidget::_triggerHotKey(KHotKeyTriggerEvent* e)
+{
+    void* tagged = e->message ? e->message->item() : nullptr;
+    KMenuWidgetItem* item = nullptr;
+    for (int i = 0; i < count() && !item; ++i) {
+        if (itemAt(i) == tagged)
+            item = itemAt(i);
+    }
+    if (!item || !item->isEnabled())
+        return;
+    if (!e->execute) {
+        // The key is shared: the selection only moves on to the next item that has it.
+        setCurrentItem(item);
+        e->result = 3;
+        return;
+    }
+    KCommand* cmd = item->command();
+    if (!cmd || !cmd->isExtensible()) {
+        item->onHotKeyTrigger();
+        e->result = 2;
+        return;
+    }
+    hotKeyTriggerExtensibleItem(item, e);
+}
+
+void KMenuWidget::hotKeyTriggerExtensibleItem(KMenuWidgetItem* item, KHotKeyTriggerEvent* e)
+{
+    if (!e->quick) {
+        showPopupItemWithHotkey(item, e);
+        return;
+    }
+    setCurrentItem(item);
+    item->onHotKeyTrigger();
+    auto* popupItem = dynamic_cast<KMenuWidgetPopupItem*>(item);
+    KPopupWidget* popup = popupItem ? popupItem->popupWidget() : nullptr;
+    if (popup && popup->contentWidget())
+        QCoreApplication::postEvent(popup->contentWidget(), new KHotKeyPopupSelectEvent);
+}
+
+void KMenuWidget::showPopupItemWithHotkey(KMenuWidgetItem* item, KHotKeyTriggerEvent* e)
+{
+    setCurrentItem(item);
+    item->onHotKeyTrigger(); // opens the submenu
+    auto* popupItem = dynamic_cast<KMenuWidgetPopupItem*>(item);
+    QPointer<KPopupWidget> popup = popupItem ? popupItem->popupWidget() : nullptr;
+    if (!popup || !popup->isVisible())
+        return;
+    KHotKeyPopupAssistant level(popup);
+    level.collectFromContent();
+    QPointer<KMenuWidget> guard(this);
+    e->execResult = level.exec();
+    // Escape in the submenu's level comes back to this menu's level, without the submenu.
+    if (e->execResult == -2 && popup)
+        popup->hide();
 }

@@ -16,6 +16,8 @@
 class QStyleOptionMenuItem;
 class KMenuWidget;
 class KPopupWidget;
+class KHotKeyCollectEvent;
+class KHotKeyTriggerEvent;
 
 /**
  * The vertical layout of a KMenuWidget. Taking an item out lets the item let go of what it
@@ -293,6 +295,16 @@ private:
     QSize m_iconSize = QSize(16, 16);
     bool m_drawBackground = true;
     int m_tabWidth = 16;
+
+    // key tips
+    void _collectHotKey(KHotKeyCollectEvent* e);
+    void _triggerHotKey(KHotKeyTriggerEvent* e);
+
+public:
+    /// A submenu's row fired by its key: opens it (quick: opens and selects its first item).
+    void hotKeyTriggerExtensibleItem(KMenuWidgetItem* item, KHotKeyTriggerEvent* e);
+    /// Opens the row's submenu with a key-tip level of its own on top.
+    void showPopupItemWithHotkey(KMenuWidgetItem* item, KHotKeyTriggerEvent* e);
 };
 
 #endif // KMENUWIDGET_H

@@ -18,6 +18,7 @@
 #include "kdrawhelpfunc.h"
 #include "kevent.h"
 #include "kmainwindow.h"
+#include "kshortcuts.h"
 
 namespace {
 
@@ -599,9 +600,31 @@ void KPopupWidget::keyPressEvent(QKeyEvent* e)
         QWidget::keyPressEvent(e); // Escape closes this popup, one level
         return;
     }
+    if (_runMainWindowShortcut(e))
+        return;
     if (_closeWindowKey(e))
         return;
     QWidget::keyPressEvent(e);
+}
+
+bool KPopupWidget::_runMainWindowShortcut(const QKeyEvent* e)
+{
+    // An open popup swallows key presses, so the window's accelerators are run from here.
+    const QKeySequence sequence = convertToKeySequence(e);
+    if (sequence.isEmpty())
+        return false;
+    KApplication* app = KApplication::instance();
+    auto* window = app ? qobject_cast<KMainWindow*>(app->currentMainWindow()) : nullptr;
+    KShortcuts* list = window ? window->shortcuts() : nullptr;
+    for (int i = 0; list && i < list->count(); ++i) {
+        KShortcut* shortcut = list->shortcutAt(i);
+        if (shortcut->key().matches(sequence) == QKeySequence::ExactMatch) {
+            hide();
+            shortcut->execute();
+            return true;
+        }
+    }
+    return false;
 }
 
 void KPopupWidget::customEvent(QEvent* e)

@@ -12,6 +12,8 @@
 #include <kcommand.h>
 #include <kcommandwidgetbridge.h>
 #include <kevent.h>
+#include <khotkeyevent.h>
+#include <kdrawhelpfunc.h>
 #include <korbstyle.h>
 #include <ktoolbar.h>
 
@@ -339,6 +341,18 @@ bool KToolButton::event(QEvent* e)
                                                                                     : Qt::Horizontal);
         updateGeometry();
         return true;
+    case KEvent::HotKeyCollect:
+        _collectHotKey(static_cast<KHotKeyCollectEvent*>(e));
+        return true;
+    case KEvent::HotKeyTrigger: {
+        auto* trigger = static_cast<KHotKeyTriggerEvent*>(e);
+        if (trigger->result == 0) {
+            if (m_command)
+                m_command->trigger();
+            trigger->result = 2;
+        }
+        return true;
+    }
     case QEvent::ToolTip:
         // Without an entry in the tip catalogue the plain tool tip of the command shows.
         if (m_command && KCommandBridgeHelper::showRichTip(this, m_command, static_cast<QHelpEvent*>(e)))
@@ -436,4 +450,26 @@ void KToolButton::showToolTip()
 {
     const QPoint local(5, 5);
     QCoreApplication::postEvent(this, new QHelpEvent(QEvent::ToolTip, local, mapToGlobal(local)));
+}
+
+// --- key tips ---
+
+void KToolButton::_collectHotKey(KHotKeyCollectEvent* e)
+{
+    QPoint pos;
+    if (m_buttonStyle & StyleTextUnderIcon)
+        pos = KDrawHelpFunc::getHotKeyShowPos(this, size(), 2, 14) - QPoint(8, 0);
+    else
+        pos = KDrawHelpFunc::getHotKeyShowPos(this, size(), 4, 0);
+    // On a floating tool bar the label takes part in matching but isn't drawn.
+    QVariant tag;
+    auto* bar = qobject_cast<QToolBar*>(window());
+    if (bar && bar->isFloating())
+        tag = KHotKeyMarker::doNotShow();
+    if (!m_command)
+        return;
+    m_command->update();
+    const char* name = e->useRbHotKey ? "rbHotKey" : "hotKey";
+    const QString key = m_command->property(name).toString();
+    e->addHotKey(pos, key, this, isEnabled(), tag);
 }

@@ -13,6 +13,7 @@
 
 #include <kcommand.h>
 class QTimer;
+class KHotKeyCollectEvent;
 
 /**
  * The push button of every bar: tool bars, ribbon groups, the status bar, menu and file
@@ -160,6 +161,9 @@ private:
     QString m_customTip;
     bool m_blockMouseIn = false;
     QTimer* m_tipTimer = nullptr;
+
+    // key tips
+    void _collectHotKey(KHotKeyCollectEvent* e);
 };
 
 #endif // KTOOLBUTTON_H

@@ -1,10 +1,14 @@
 #include "krbcategory.h"
 
+#include <QCoreApplication>
+
 #include <QBoxLayout>
 #include <QStyleOptionTabWidgetFrame>
 #include <QStylePainter>
 
 #include <kabstractlistcommand.h>
+#include <kevent.h>
+#include <khotkeyevent.h>
 #include <korbstyle.h>
 #include <krbhscrollwidget.h>
 #include <krblogicgroup.h>
@@ -195,4 +199,26 @@ void KRbCategory::paintEvent(QPaintEvent*)
     KStyleOptionRbCategory option;
     option.initFrom(this);
     painter.drawComplexControl(KORBStyle::KCC_RbCategory, option);
+}
+
+// --- key tips ---
+
+bool KRbCategory::event(QEvent* e)
+{
+    if (int(e->type()) != KEvent::HotKeyCollect)
+        return KCommandWidgetBridge<QWidget>::event(e);
+    // A page that has just come up hasn't been laid out yet: the labels need its positions.
+    m_layout->activate();
+    m_contentLayout->activate();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    auto* collect = static_cast<KHotKeyCollectEvent*>(e);
+    collect->useRbHotKey = true;
+    collect->useAutoIndex = true;
+    for (const tagItem& item : std::as_const(m_items)) {
+        if (item.widget && item.widget->isVisible())
+            QCoreApplication::sendEvent(item.widget, e);
+    }
+    collect->useRbHotKey = false;
+    collect->useAutoIndex = false;
+    return true;
 }

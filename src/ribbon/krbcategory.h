@@ -62,6 +62,7 @@ public Q_SLOTS:
     void on_logicGroup_changed();
 
 protected:
+    bool event(QEvent* e) override;
     void paintEvent(QPaintEvent* e) override;
 
 private:

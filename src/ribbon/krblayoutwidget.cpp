@@ -9,6 +9,7 @@
 
 #include <kabstractlistcommand.h>
 #include <kevent.h>
+#include <khotkeyevent.h>
 #include <korbstyle.h>
 
 #include "krbpaint_p.h"
@@ -100,6 +101,10 @@ void KRbLayoutWidget::syncCommand()
 
 bool KRbLayoutWidget::event(QEvent* e)
 {
+    if (int(e->type()) == KEvent::HotKeyCollect) {
+        sendHotKeyEventToLayout(m_layout, e, false);
+        return true;
+    }
     if (e->type() == KEvent::eventType(KEvent::Idle)) {
         if (KCommand* cmd = command())
             cmd->update();

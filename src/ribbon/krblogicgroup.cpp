@@ -10,6 +10,7 @@
 #include <kapplication.h>
 #include <kdrawhelpfunc.h>
 #include <kevent.h>
+#include <khotkeyevent.h>
 #include <korbstyle.h>
 #include <krblogicgrouplayout.h>
 
@@ -236,6 +237,9 @@ bool KRbLogicGroup::event(QEvent* e)
     case KEvent::ThemeChange:
         _readTitleColor();
         break;
+    case KEvent::HotKeyCollect:
+        sendHotKeyEventToLayout(m_logicLayout, e, true);
+        return true;
     default:
         break;
     }

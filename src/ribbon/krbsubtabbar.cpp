@@ -5,6 +5,8 @@
 #include <QWheelEvent>
 
 #include <kabstractlistcommand.h>
+#include <kdrawhelpfunc.h>
+#include <khotkeyevent.h>
 #include <korbstyle.h>
 #include <krbtabbutton.h>
 
@@ -397,4 +399,21 @@ void KRbSubTabBar::wheelEvent(QWheelEvent* e)
     else
         activePrevTab();
     e->accept();
+}
+
+// --- key tips ---
+
+bool KRbSubTabBar::event(QEvent* e)
+{
+    if (int(e->type()) != KEvent::HotKeyCollect)
+        return KCommandWidgetBridge<QWidget>::event(e);
+    auto* collect = static_cast<KHotKeyCollectEvent*>(e);
+    for (int i = 0; i < itemCount(); ++i) {
+        KRbTabButton* button = tabButtonAt(i);
+        if (!button || !button->isVisible())
+            continue;
+        const QPoint pos = KDrawHelpFunc::getHotKeyShowPos(button, button->size(), 2, 8) - QPoint(0, 8);
+        collect->addHotKey(pos, button->hotkey(), button, true);
+    }
+    return true;
 }

@@ -89,6 +89,7 @@ public Q_SLOTS:
     void onValueChanged(const KSliderData& previous, const KSliderData& current);
 
 protected:
+    bool event(QEvent* e) override;
     void paintEvent(QPaintEvent* e) override;
     void showEvent(QShowEvent* e) override;
     void wheelEvent(QWheelEvent* e) override;

@@ -7,6 +7,7 @@
 #include <kcommand.h>
 #include <kcommandwidgetbridge.h>
 #include <kevent.h>
+#include <khotkeyevent.h>
 #include <korbstyle.h>
 #include <krbhscrollwidget.h>
 #include <krbtabbutton.h>
@@ -337,6 +338,26 @@ bool KRbTabBar::event(QEvent* e)
     case QEvent::Show:
         _watchWindow();
         break;
+    case KEvent::HotKeyCollect:
+        if (m_titleBarWidget && m_titleBarWidget->isVisible()) {
+            QCoreApplication::sendEvent(m_titleBarWidget, e);
+            return true;
+        }
+        QCoreApplication::sendEvent(m_subTabBar, e);
+        if (m_fileButton)
+            QCoreApplication::sendEvent(m_fileButton, e);
+        return true;
+    case KEvent::HotKeyTrigger: {
+        auto* trigger = static_cast<KHotKeyTriggerEvent*>(e);
+        const QString tag = trigger->message ? trigger->message->tag() : QString();
+        if (trigger->result != 1)
+            return true;
+        if (tag == KHotKeyMarker::titleBar() && m_titleBarWidget)
+            QCoreApplication::sendEvent(m_titleBarWidget, &trigger->collect);
+        else if (tag == KHotKeyMarker::fileButton() && m_fileButton)
+            QCoreApplication::sendEvent(m_fileButton, e);
+        return true;
+    }
     default:
         break;
     }

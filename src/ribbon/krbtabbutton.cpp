@@ -8,6 +8,7 @@
 #include <kblockedmouseevent.h>
 #include <kcontextcategorycommand.h>
 #include <kevent.h>
+#include <khotkeyevent.h>
 #include <korbstyle.h>
 #include <krbsubtabbar.h>
 
@@ -181,6 +182,14 @@ bool KRbTabButton::event(QEvent* e)
             return true;
         }
         break;
+    }
+    case KEvent::HotKeyTrigger: {
+        // The tab opens; the host is asked for the page's labels.
+        click();
+        if (KCommand* cmd = command())
+            cmd->trigger();
+        static_cast<KHotKeyTriggerEvent*>(e)->result = 1;
+        return true;
     }
     default:
         break;

@@ -10,6 +10,8 @@
 #include <kblockedmouseevent.h>
 #include <kdrawhelpfunc.h>
 #include <kevent.h>
+#include <khotkeyevent.h>
+#include <khotkeypopupassistant.h>
 #include <kmainwindow.h>
 #include <kmenuwidget.h>
 #include <korbstyle.h>
@@ -286,6 +288,19 @@ void KRbTabFileButton::leaveEvent(QEvent* e)
 
 bool KRbTabFileButton::event(QEvent* e)
 {
+    if (int(e->type()) == KEvent::HotKeyCollect) {
+        KCommand* cmd = command();
+        if (isEnabled() && cmd) {
+            const QPoint pos = KDrawHelpFunc::getHotKeyShowPos(this, size(), 2, 8);
+            static_cast<KHotKeyCollectEvent*>(e)->addHotKey(pos, cmd->property("rbHotKey").toString(), this, true,
+                                                            KHotKeyMarker::fileButton());
+        }
+        return true;
+    }
+    if (int(e->type()) == KEvent::HotKeyTrigger) {
+        _hotKeyTrigger(static_cast<KHotKeyTriggerEvent*>(e));
+        return true;
+    }
     if (int(e->type()) == KEvent::BlockedMouse) {
         // A press on the button while its own popup is open belongs to the button: the
         // popup closes and the press doesn't open it again.
@@ -299,4 +314,26 @@ bool KRbTabFileButton::event(QEvent* e)
         }
     }
     return KCommandWidgetBridge<QAbstractButton>::event(e);
+}
+
+// --- key tips ---
+
+void KRbTabFileButton::_hotKeyTrigger(KHotKeyTriggerEvent* e)
+{
+    // The file menu opens with a key-tip level of its own; the button stays down meanwhile.
+    popupRainbowMenu();
+    if (!m_popup || !m_popup->isVisible())
+        return;
+    KHotKeyPopupAssistant level(m_popup.data());
+    level.collectFromContent();
+    QPointer<KRbTabFileButton> guard(this);
+    QPointer<KPopupWidget> popup = m_popup.data();
+    e->execResult = level.exec();
+    // Escape in the menu's level goes back to the tabs' level, without the menu.
+    if (e->execResult == -2 && popup)
+        popup->hide();
+    if (guard) {
+        setDown(false);
+        update();
+    }
 }

@@ -11,6 +11,7 @@
 #include <norvikofficeui_export.h>
 
 class QTimer;
+class KHotKeyTriggerEvent;
 
 /**
  * The file button at the head of the ribbon's tab row. A press on its main part drops down
@@ -80,6 +81,9 @@ private:
     QPointer<KMenuWidget> m_classicMenu;
     QPointer<KMenuWidget> m_rainbowMenu;
     bool m_tipLight = false;
+
+    // key tips
+    void _hotKeyTrigger(KHotKeyTriggerEvent* e);
 };
 
 #endif // KRBTABFILEBUTTON_H

@@ -7,6 +7,9 @@
 
 #include <kabstractlistcommand.h>
 #include <kapplication.h>
+#include <kevent.h>
+#include <khotkeyassistant.h>
+#include <khotkeyevent.h>
 #include <kpopupwidget.h>
 #include <krbcategory.h>
 #include <krbtabbar.h>
@@ -298,6 +301,14 @@ void KRbTabWidget::onAeroEffectChanged(bool enable)
 
 bool KRbTabWidget::event(QEvent* e)
 {
+    if (int(e->type()) == KEvent::HotKeyCollect) {
+        QCoreApplication::sendEvent(m_tabBar, e);
+        return true;
+    }
+    if (int(e->type()) == KEvent::HotKeyTrigger) {
+        _hotKeyTrigger(static_cast<KHotKeyTriggerEvent*>(e));
+        return true;
+    }
     if (e->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(e)->key();
         if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
@@ -326,4 +337,36 @@ bool KRbTabWidget::focusNextPrevChild(bool next)
     if (KApplication* app = KApplication::instance())
         app->focusInCurrentView();
     return true;
+}
+
+// --- key tips ---
+
+void KRbTabWidget::_hotKeyTrigger(KHotKeyTriggerEvent* e)
+{
+    if (e->result != 1)
+        return;
+    const QString tag = e->message ? e->message->tag() : QString();
+    if (tag == KHotKeyMarker::fileButton() || tag == KHotKeyMarker::titleBar()) {
+        QCoreApplication::sendEvent(m_tabBar, e);
+        return;
+    }
+    // A folded ribbon's panel comes up later by itself; the next level needs it now.
+    if (m_popupPending)
+        showPopupPanel();
+    if (!m_stack->isVisible() && !m_popupPanel->isVisible())
+        return;
+    if (QWidget* page = currentPage())
+        QCoreApplication::sendEvent(page, &e->collect);
+    if (status() != KRbSubTabBar::Popup || e->execResult < 0 || e->collect.messages.isEmpty())
+        return;
+    // The folded ribbon runs the page's level over its panel itself.
+    auto* level = new KHotKeyAssistant(m_popupPanel, false, false);
+    level->addHotKeyFromCollectEvent(&e->collect);
+    e->collect.messages.clear();
+    QPointer<KHotKeyAssistant> guard(level);
+    e->execResult = level->showHotKey();
+    if (guard)
+        level->deleteLater();
+    if (e->execResult != -1)
+        m_popupPanel->hide();
 }

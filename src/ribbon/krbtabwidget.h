@@ -12,6 +12,7 @@
 class QStackedWidget;
 class QVBoxLayout;
 class KPopupWidget;
+class KHotKeyTriggerEvent;
 class KRbTabBar;
 class KRbTabWidgetCommand;
 
@@ -103,6 +104,9 @@ private:
     // waits for the index, so that only the pressed tab's page is made.
     bool m_popupPending = false;
     QVBoxLayout* m_layout;
+
+    // key tips
+    void _hotKeyTrigger(KHotKeyTriggerEvent* e);
 };
 
 #endif // KRBTABWIDGET_H

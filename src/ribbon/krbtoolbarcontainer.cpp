@@ -4,6 +4,7 @@
 
 #include <kabstractlistcommand.h>
 #include <kevent.h>
+#include <khotkeyevent.h>
 #include <kseparatorcommand.h>
 #include <ktoolbutton.h>
 
@@ -334,6 +335,10 @@ void KRbToolbarContainer::syncCommand()
 
 bool KRbToolbarContainer::event(QEvent* e)
 {
+    if (int(e->type()) == KEvent::HotKeyCollect) {
+        sendHotKeyEventToLayout(m_layout, e, false);
+        return true;
+    }
     if (e->type() == KEvent::eventType(KEvent::Idle)) {
         if (KCommand* cmd = command())
             cmd->update();

@@ -26,6 +26,7 @@
 #include "ktoolbartoggleviewcommand.h"
 #include "ktriggercommand.h"
 #include "kuixmlparaser.h"
+#include "kshortcutswrapper.h"
 
 namespace {
 
@@ -87,6 +88,7 @@ KMainWindow::KMainWindow(QWidget* parent)
 
     KApplication* app = KApplication::instance();
     m_commands = new KCommands(this, this, app ? app->commands() : nullptr);
+    _setupKeyboard();
 
     if (app) {
         connect(app, &KApplication::xmlSetuped, this, &KMainWindow::onXmlSetuped);
@@ -96,6 +98,7 @@ KMainWindow::KMainWindow(QWidget* parent)
 
 KMainWindow::~KMainWindow()
 {
+    _teardownKeyboard();
     if (KApplication* app = KApplication::instance())
         app->removeMainWindow(this);
 }
@@ -881,6 +884,8 @@ void KMainWindow::syncApiBarsFromMainWindow(KMainWindow* source)
 
 bool KMainWindow::event(QEvent* e)
 {
+    if (int(e->type()) == KEvent::HotKeyCollect || int(e->type()) == KEvent::HotKeyTrigger)
+        return _hotKeyEvent(e);
     switch (e->type()) {
     case QEvent::WindowStateChange: {
         auto* change = static_cast<QWindowStateChangeEvent*>(e);
@@ -943,4 +948,11 @@ KView::KView(QWidget* parent)
 {
     if (KApplication* app = KApplication::instance())
         m_mainWindow = app->findRelativeMainWindow(this);
+    if (m_mainWindow)
+        m_shortcutsWrapper = new KShortcutsWrapper(this, m_mainWindow->commands());
+}
+
+KShortcuts* KView::shortcuts() const
+{
+    return m_shortcutsWrapper ? m_shortcutsWrapper->shortcuts() : nullptr;
 }

@@ -14,6 +14,7 @@
 #include <kdomdocument.h>
 #include <krbtabwidget.h>
 #include <kmdiarea.h>
+#include <khotkeyevent.h>
 #include <norvikofficeui_export.h>
 
 class QBoxLayout;
@@ -27,6 +28,12 @@ class KDragToolBar;
 class KToolBar;
 class KStyleOptionMainWindow;
 class KStatusBar;
+class KShortcut;
+class KShortcuts;
+class KShortcutsWrapper;
+class KCustomShortcuts;
+class KHotKeyEventHandle;
+#include <kshortcut.h>
 
 /**
  * The QMainWindow that holds a main window's tool bars, docks and central widget. It is a
@@ -200,6 +207,19 @@ public:
     /// Fills the option with which the style paints the window's background and frame.
     virtual void initStyleOption(KStyleOptionMainWindow* option) const;
 
+    // --- keyboard: accelerators and key tips ---
+    /// The window's accelerators (read from the description's "shortcuts").
+    KShortcuts* shortcuts() const;
+    KShortcutsWrapper* shortcutsWrapper() const { return m_shortcutsWrapper; }
+    /// The host's own shortcuts of this window; made on first use.
+    KCustomShortcuts* customShortcuts();
+    /// Every entry of shortcuts() for the command commandId in that category.
+    QList<KShortcut*> getShortcut(const QString& commandId, ShortcutCategory category) const;
+    KHotKeyEventHandle* GetHotKeyHandle() const { return m_hotKeyHandle; }
+    bool isHotKeyShown() const;
+    /// Ends every key-tip level that is on the screen, from the innermost out.
+    Q_INVOKABLE void hideHotKey();
+
 public Q_SLOTS:
     void updateCommandBarArea(KCommand* cmd);
     void updateCommandBarRect(KCommand* cmd);
@@ -270,6 +290,13 @@ private:
     bool m_hideDocTabbarEx = false;
     bool m_embedding = false;
     QMap<QString, QVariant> m_lastStates;
+    // keyboard (kmainwindow_keyboard.cpp)
+    void _setupKeyboard();
+    void _teardownKeyboard();
+    bool _hotKeyEvent(QEvent* e);
+    KShortcutsWrapper* m_shortcutsWrapper = nullptr;
+    KHotKeyEventHandle* m_hotKeyHandle = nullptr;
+    KCustomShortcuts* m_customShortcuts = nullptr;
 };
 
 /**
@@ -281,9 +308,12 @@ class NORVIKOFFICEUI_EXPORT KView : public QWidget
 public:
     explicit KView(QWidget* parent = nullptr);
     KMainWindow* mainWindow() const { return m_mainWindow; }
+    /// The view's own accelerators, against its window's registry; null without a window.
+    KShortcuts* shortcuts() const;
 
 private:
     QPointer<KMainWindow> m_mainWindow;
+    KShortcutsWrapper* m_shortcutsWrapper = nullptr;
 };
 
 #endif // KMAINWINDOW_H

@@ -17,6 +17,7 @@
 #include "kevent.h"
 #include "kmainwindow.h"
 #include "korbstyle.h"
+#include "kshortcutswrapper.h"
 
 namespace {
 
@@ -42,6 +43,13 @@ KSubWindow::KSubWindow(QWidget* parent)
 {
     if (KApplication* app = KApplication::instance())
         m_mainWindow = app->findRelativeMainWindow(this);
+    if (m_mainWindow)
+        m_shortcutsWrapper = new KShortcutsWrapper(this, m_mainWindow->commands());
+}
+
+KShortcuts* KSubWindow::shortcuts() const
+{
+    return m_shortcutsWrapper ? m_shortcutsWrapper->shortcuts() : nullptr;
 }
 
 KMainWindow* KSubWindow::findRelativeMainWindow() const

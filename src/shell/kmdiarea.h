@@ -16,6 +16,7 @@ class QMdiSubWindow;
 class QVBoxLayout;
 class KCommand;
 class KMainWindow;
+class KShortcuts;
 class KStyleOptionDocTabBar;
 
 /// Small helpers over the object tree.
@@ -45,6 +46,8 @@ public:
 
     /// The main window the document stands in (found again each time); null when none.
     KMainWindow* findRelativeMainWindow() const;
+    /// The document's own accelerators, against its window's registry; null without a window.
+    KShortcuts* shortcuts() const;
 
     /// The path of the document's file; empty for a document never saved.
     virtual QString filePath() const = 0;
@@ -69,6 +72,7 @@ protected:
 
 private:
     QPointer<KMainWindow> m_mainWindow;
+    class KShortcutsWrapper* m_shortcutsWrapper = nullptr;
 };
 
 /// The QMdiArea inside a KMdiArea. It only opens the protected parts of QMdiArea to the area.

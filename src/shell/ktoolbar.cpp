@@ -18,6 +18,7 @@
 #include "klistcommand.h"
 #include "kmainwindow.h"
 #include "kseparatorcommand.h"
+#include "ktoolbutton.h"
 
 KToolBar::KToolBar(KMainWindow* window)
     : KCommandWidgetBridge<QToolBar>(nullptr, window, true)
@@ -326,6 +327,13 @@ bool KToolBar::event(QEvent* e)
         if (KApplication* app = KApplication::instance())
             app->focusInCurrentView();
         break;
+    case KEvent::HotKeyCollect:
+        if (isVisible()) {
+            const QList<KToolButton*> buttons = findChildren<KToolButton*>(Qt::FindDirectChildrenOnly);
+            for (KToolButton* button : buttons)
+                QCoreApplication::sendEvent(button, e);
+        }
+        return true;
     case QEvent::KeyPress: {
         const int key = static_cast<QKeyEvent*>(e)->key();
         // Focus does not go round a tool bar.

@@ -8,6 +8,7 @@
 #include "kcommands.h"
 #include "klistcommand.h"
 #include "kmainwindow.h"
+#include "kshortcuts.h"
 #include "krbtabwidget.h"
 #include "krbtabwidgetcommand.h"
 #include "kstatusbar.h"
@@ -75,10 +76,13 @@ bool KUiXmlParaser::_ParseMainwindowEle(KMainWindow* window, const KDomElement& 
             _ParsePopupMenuEle(child, window);
         } else if (tag == QLatin1String("krbtabwidget")) {
             _ParseKRbWidgetEle(child, window);
-        } else if (tag == QLatin1String("menubar") || tag == QLatin1String("shortcuts")) {
-            // The classic menu bar and the key table are not built by this version of the
-            // framework yet; they are passed over quietly so that one description serves
-            // this version and later ones.
+        } else if (tag == QLatin1String("shortcuts")) {
+            // A shielded window has no accelerators for new, open, save and save as.
+            if (window->shortcuts())
+                window->shortcuts()->setupXml(child, shield);
+        } else if (tag == QLatin1String("menubar")) {
+            // The classic menu bar is not built by this version of the framework yet; it is
+            // passed over quietly so that one description serves this version and later ones.
         } else if (shield) {
             continue; // a reduced window passes over everything else without a word
         } else if (tag == QLatin1String("dock")) {

@@ -1,4 +1,5 @@
 #include "korbstyle.h"
+#include "kstyleoptionhotkey.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -141,6 +142,10 @@ void KORBStyle::drawControl(ControlElement element, const QStyleOption* option, 
     case uint(KCE_ZoomButton):
         if (auto* o = qstyleoption_cast<const KStyleOptionZoomButton*>(option))
             drawControl_KZoomButton(o, painter, widget);
+        return;
+    case uint(KCE_HotKeyItem):
+        if (auto* o = qstyleoption_cast<const KStyleOptionHotKey*>(option))
+            drawControl_KHotKeyItem(o, painter, widget);
         return;
     case uint(CE_MenuItem):
         if (auto* o = qstyleoption_cast<const QStyleOptionMenuItem*>(option); o && isFrameworkMenu(widget)) {

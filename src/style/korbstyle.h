@@ -16,6 +16,8 @@
  * Every other number goes on to the wrapped style. The wrapped style never sees the
  * framework's own numbers, which it could not handle: the slider reaches it as CC_Slider.
  */
+class KStyleOptionHotKey;
+
 class NORVIKOFFICEUI_EXPORT KORBStyle : public QProxyStyle
 {
     Q_OBJECT
@@ -214,6 +216,19 @@ protected:
 
     /// Where the plain frame puts a document tab's close mark.
     static QRect _docTabCloseRect(const QRect& tabRect);
+
+public:
+    // --- key tips (korbstyle_keytips.cpp) ---
+    /// One key-tip label of the overlay, with a KStyleOptionHotKey.
+    static constexpr ControlElement KCE_HotKeyItem = ControlElement(CE_CustomBase + 0x20);
+    /**
+     * A rounded label in the theme's "KHotKeyAssistant" colours ("border", "background",
+     * with "-disable" for a label that can't be fired), the key in capitals. Also what the
+     * overlay draws under a foreign style.
+     */
+    static void paintHotKeyItem(const KStyleOptionHotKey* option, QPainter* painter, int radius);
+    virtual void drawControl_KHotKeyItem(const KStyleOptionHotKey* option, QPainter* painter,
+                                         const QWidget* widget) const;
 };
 
 #endif // KORBSTYLE_H

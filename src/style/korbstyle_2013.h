@@ -238,6 +238,11 @@ private:
                             const QRect& area) const;
     /// "_dash" and "_solid" lines; false for any other frame, which the frame class draws.
     bool _drawNamedLine(const QStyleOption* option, QPainter* painter, const QWidget* widget) const;
+
+public:
+    // --- key tips (korbstyle_2013_keytips.cpp) ---
+    void drawControl_KHotKeyItem(const KStyleOptionHotKey* option, QPainter* painter,
+                                 const QWidget* widget) const override;
 };
 
 #endif // KORBSTYLE_2013_H
