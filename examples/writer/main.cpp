@@ -9,9 +9,11 @@
 //                                        a picture at that width, in one of the states
 //                                        "collapsed", "popup" (collapsed, a tab opened) or
 //                                        "table" (the cursor in a table: the Table tab shows)
-//                                        or "tabN" (the N-th tab current, from 0)
+//                                        "tabN" (the N-th tab current, from 0), "keytips" (Alt
+//                                        tapped) or "keytips2" (then H: the Home tab's keys)
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPixmap>
 #include <QScreen>
@@ -68,6 +70,36 @@ void prepareScreenshotState(WriterWindow& window, const QString& state)
     const int tab = state.startsWith(QLatin1String("tab")) ? state.mid(3).toInt(&isTabNumber) : -1;
     if (ribbon && isTabNumber) {
         ribbon->setCurrentItem(tab);
+    } else if (state == QLatin1String("keytips") || state == QLatin1String("keytips2")) {
+        // Alt tapped as the user taps it; for the second level, then the Home tab's letter.
+        auto key = [](QWidget* target, int code, Qt::KeyboardModifiers pressed, const QString& text) {
+            QKeyEvent press(QEvent::KeyPress, code, pressed, text);
+            QApplication::sendEvent(target, &press);
+            QKeyEvent release(QEvent::KeyRelease, code, Qt::NoModifier, text);
+            QApplication::sendEvent(target, &release);
+        };
+        if (state == QLatin1String("keytips2")) {
+            QTimer::singleShot(300, &window, [&window, key] {
+                QWidget* grabber = QWidget::keyboardGrabber();
+                key(grabber ? grabber : &window, Qt::Key_H, Qt::NoModifier, QStringLiteral("h"));
+            });
+        }
+        window.activateWindow();
+        // Once the window is active (the key tips leave when it is not), Alt as the X server
+        // tells it: the press before Alt is down, the release with it.
+        auto* poll = new QTimer(&window);
+        QObject::connect(poll, &QTimer::timeout, &window, [&window, poll] {
+            if (QApplication::activeWindow() != &window)
+                return;
+            poll->deleteLater();
+            poll->stop();
+            QWidget* target = QApplication::focusWidget() ? QApplication::focusWidget() : &window;
+            QKeyEvent press(QEvent::KeyPress, Qt::Key_Alt, Qt::NoModifier);
+            QApplication::sendEvent(target, &press);
+            QKeyEvent release(QEvent::KeyRelease, Qt::Key_Alt, Qt::AltModifier);
+            QApplication::sendEvent(target, &release);
+        });
+        poll->start(20);
     } else if (state == QLatin1String("table")) {
         window.editor()->moveCursor(QTextCursor::End);
         window.editor()->append(QString());
@@ -111,7 +143,8 @@ int main(int argc, char** argv)
     QCommandLineOption width(QStringLiteral("width"), QStringLiteral("Start <pixels> wide."), QStringLiteral("pixels"));
     parser.addOption(width);
     QCommandLineOption state(QStringLiteral("screenshot-state"),
-                             QStringLiteral("Before the picture: \"collapsed\", \"popup\", \"table\" or \"tabN\"."),
+                             QStringLiteral("Before the picture: \"collapsed\", \"popup\", \"table\", \"tabN\", "
+                                            "\"keytips\" or \"keytips2\"."),
                              QStringLiteral("state"));
     parser.addOption(state);
     parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Text files to open, each in a tab."),
@@ -160,7 +193,8 @@ int main(int argc, char** argv)
             // Give the idle rounds time to bring every bar up to date before the picture.
             QTimer::singleShot(800, &window, [&window, out, shotState] {
                 // A popped-up ribbon floats in a window of its own: take the screen there.
-                const QPixmap picture = shotState == QLatin1String("popup") && window.screen()
+                const bool floating = shotState == QLatin1String("popup") || shotState.startsWith(QLatin1String("keytips"));
+                const QPixmap picture = floating && window.screen()
                     ? window.screen()->grabWindow(0, window.x(), window.y(), window.frameGeometry().width(),
                                                   window.frameGeometry().height())
                     : window.grab();

@@ -22,8 +22,10 @@
 #include <kcommands.h>
 #include <kcontextcategorycommand.h>
 #include <krbtabwidget.h>
+#include <kshortcuts.h>
 #include <kstatusbar.h>
 
+#include "writerkeyboard.h"
 #include "writerwindow.h"
 
 // Context tabs are the host's to declare: the Table tab is one.
@@ -75,6 +77,10 @@ WriterRibbonActions::WriterRibbonActions(WriterWindow* window)
     on("TableDeleteColumn", [this] { _tableEdit(DeleteColumn); });
     on("TableDelete", [this] { _tableEdit(DeleteTable); });
     on("TableMerge", [this] { _tableEdit(Merge); });
+    on("ToolsKeyboard", [this] {
+        WriterKeyboardDialog dialog(m_window->shortcuts(), m_window);
+        dialog.exec();
+    });
 
     QTextEdit* editor = _editor();
     connect(editor, &QTextEdit::cursorPositionChanged, this, &WriterRibbonActions::_updateChecks);

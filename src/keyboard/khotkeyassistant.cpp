@@ -1,5 +1,7 @@
 #include "khotkeyassistant.h"
 
+#include <QWindowStateChangeEvent>
+
 #include <QApplication>
 #include <QBitmap>
 #include <QComboBox>
@@ -625,10 +627,15 @@ bool KHotKeyAssistant::eventFilter(QObject* watched, QEvent* e)
         if (!QApplication::activeWindow())
             exit(-1);
         break;
-    case QEvent::WindowStateChange:
-        if (isRunning())
+    case QEvent::WindowStateChange: {
+        // Only a real change: the X platform also reports a state that stayed what it was
+        // (a window manager's property write, or none at all under a bare X server).
+        auto* widget = qobject_cast<QWidget*>(watched);
+        const auto* change = static_cast<QWindowStateChangeEvent*>(e);
+        if (isRunning() && widget && change->oldState() != widget->windowState())
             exit(-1);
         break;
+    }
     case KEvent::InnerEvent: {
         auto* inner = static_cast<KHotKeyInnerEvent*>(e);
         return inner->innerEvent() ? event(inner->innerEvent()) : false;

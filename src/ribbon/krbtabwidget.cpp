@@ -355,8 +355,12 @@ void KRbTabWidget::_hotKeyTrigger(KHotKeyTriggerEvent* e)
         showPopupPanel();
     if (!m_stack->isVisible() && !m_popupPanel->isVisible())
         return;
-    if (QWidget* page = currentPage())
+    if (QWidget* page = currentPage()) {
+        // A page made by this very trigger has not been laid out yet: its controls take their
+        // places first, or they would have no labels, or labels in the wrong places.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
         QCoreApplication::sendEvent(page, &e->collect);
+    }
     if (status() != KRbSubTabBar::Popup || e->execResult < 0 || e->collect.messages.isEmpty())
         return;
     // The folded ribbon runs the page's level over its panel itself.

@@ -24,7 +24,8 @@ QBrush labelBackground(const KStyleOptionHotKey* option)
 {
     const QString name = QStringLiteral("background") + stateSuffix(option);
     const QGradient& gradient = KDrawHelpFunc::getGradientFromTheme(s_class, name);
-    if (!gradient.stops().isEmpty()) {
+    // Every gradient the theme reads is object-bounding; the stand-in for a missing one is not.
+    if (gradient.coordinateMode() == QGradient::ObjectBoundingMode && !gradient.stops().isEmpty()) {
         // Theme gradients are given in the unit square of the label.
         QLinearGradient scaled(option->rect.topLeft(), option->rect.bottomLeft());
         scaled.setStops(gradient.stops());

@@ -6,7 +6,11 @@
 #include <QTextList>
 #include <QTextTable>
 
+#include <QTableWidget>
+
 #include <kcommands.h>
+#include <kkeysequenceedit.h>
+#include <kshortcuts.h>
 #include <kdragtoolbar.h>
 #include <krbcategory.h>
 #include <krbtabbar.h>
@@ -14,6 +18,8 @@
 #include <krbtabwidget.h>
 #include <ksettings.h>
 
+#include "../keyboard/keytiptesthelpers.h"
+#include "writerkeyboard.h"
 #include "writerribbon.h"
 #include "writerwindow.h"
 
@@ -31,7 +37,9 @@ private Q_SLOTS:
     void collapseCommandsFollowTheRibbon();
     void findAndReplace();
     void paragraphCommandsShowTheParagraph();
-    void fullScreenTradesTheRibbonForItsBar();
+    void keyTipsOfTheRibbon();
+    void keysOfTheDescription();
+    void fullScreenTradesTheRibbonForItsBar(); // last: the platform reports its state changes late
 
 private:
     KCommand* cmd(const char* id) { return m_window->commands()->command(id); }
@@ -51,6 +59,7 @@ void tst_WriterRibbon::initTestCase()
     m_window->bindCommands();
     QVERIFY2(warnings.messages().isEmpty(), qPrintable(warnings.messages().join('\n')));
     m_window->resize(1200, 700);
+    KApplication::instance()->bringFrontMainWindow(m_window.data());
     m_window->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_window.data()));
 }
@@ -179,6 +188,64 @@ void tst_WriterRibbon::fullScreenTradesTheRibbonForItsBar()
     QVERIFY(!m_window->isFullScreen());
     QVERIFY(ribbon()->isVisibleTo(m_window.data()));
     QVERIFY(m_window->fullScreenBar()->isHidden());
+}
+
+void tst_WriterRibbon::keysOfTheDescription()
+{
+    // The description's keys fire their commands and show beside them.
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.data()));
+    cmd("FileNew")->trigger();
+    editor()->setPlainText("centred");
+    editor()->setFocus();
+    QTest::keyClick(editor(), Qt::Key_E, Qt::ControlModifier);
+    QCOMPARE(editor()->alignment() & Qt::AlignHorizontal_Mask, Qt::AlignHCenter);
+    QCOMPARE(cmd("FormatBold")->shortcutHint(), QStringLiteral("Ctrl+B"));
+    QCOMPARE(cmd("ViewFullScreen")->shortcutHint(), QStringLiteral("F11"));
+
+    // The Keyboard dialog lists every key and answers for the one pressed in its field.
+    WriterKeyboardDialog dialog(m_window->shortcuts(), m_window.data());
+    QCOMPARE(dialog.table()->rowCount(), m_window->shortcuts()->count());
+    QVERIFY(dialog.table()->rowCount() >= 20);
+    QCOMPARE(WriterKeyboardDialog::describeKey(m_window->shortcuts(), QKeySequence("Ctrl+B")),
+             QKeySequence("Ctrl+B").toString(QKeySequence::NativeText) + QStringLiteral(": Bold"));
+    QVERIFY(WriterKeyboardDialog::describeKey(m_window->shortcuts(), QKeySequence("Ctrl+Q")).endsWith(": not assigned"));
+    QCOMPARE(WriterKeyboardDialog::describeKey(m_window->shortcuts(), QKeySequence()), QString());
+    dialog.show();
+    dialog.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    dialog.tryField()->setFocus();
+    QTRY_VERIFY(dialog.tryField()->hasFocus());
+    QTest::keyClick(dialog.tryField(), Qt::Key_I, Qt::ControlModifier);
+    QVERIFY2(dialog.answer().endsWith(": Italic"), qPrintable(dialog.answer()));
+    QVERIFY(dialog.table()->currentRow() >= 0);
+    QCOMPARE(dialog.table()->item(dialog.table()->currentRow(), 0)->text(), QStringLiteral("Italic"));
+    // Pressed in the field, the key fired nothing.
+    QCOMPARE(cmd("FormatItalic")->checkedHint(), false);
+}
+
+void tst_WriterRibbon::keyTipsOfTheRibbon()
+{
+    using namespace KeyTipTest;
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.data()));
+    ribbon()->setCurrentItem(0);
+    QStringList first, home;
+    Script script({[&] {
+                       first = keys(topLevel());
+                       QTest::keyClick(topLevel(), Qt::Key_N); // Insert
+                   },
+                   [&] {
+                       home = keys(topLevel());
+                       QTest::keyClick(topLevel(), Qt::Key_Escape);
+                   },
+                   [&] { QTest::keyClick(topLevel(), Qt::Key_Escape); }});
+    tapAlt(editor());
+    QTRY_VERIFY(script.finished());
+    QCOMPARE(first, (QStringList{"H", "N", "P", "W", "F"}));
+    QCOMPARE(ribbon()->currentIndex(), 1);
+    QCOMPARE(home, (QStringList{"T", "P", "I", "D", "U", "B"}));
+    QVERIFY(!topLevel());
 }
 
 NORVIK_TEST_MAIN(tst_WriterRibbon)
