@@ -11,6 +11,8 @@
 #include <krbtabwidget.h>
 #include <ksettings.h>
 #include <ktestsupport.h>
+
+#include <QWindowStateChangeEvent>
 #include <ktoolbutton.h>
 #include <QLineEdit>
 #include <kpopupwidget.h>
@@ -93,6 +95,7 @@ private Q_SLOTS:
     void protocolSeenFromHostWidget();
     void onlyTheCurrentWindowStarts();
     void windowClosedWhileTipsShow();
+    void onlyARealStateChangeEnds();
 };
 
 void tst_KHotKey::init()
@@ -496,6 +499,33 @@ void tst_KHotKey::windowClosedWhileTipsShow()
     // The nested level was left with the window; nothing is left on the screen.
     QTRY_VERIFY(KHotKeyAssistant::assistants().isEmpty());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void tst_KHotKey::onlyARealStateChangeEnds()
+{
+    // The X platform also reports a window state that stayed as it was; the labels stay then.
+    Ribbon ribbon(1, 2);
+    KMainWindow window;
+    attachRibbon(window, ribbon);
+    QVERIFY(showCurrent(window));
+    bool stayed = false;
+    bool left = false;
+    Script script({[&] {
+                       QWindowStateChangeEvent same(window.windowState());
+                       QCoreApplication::sendEvent(&window, &same);
+                       stayed = topLevel() && topLevel()->isRunning();
+                       QWindowStateChangeEvent restored(Qt::WindowMinimized);
+                       QCoreApplication::sendEvent(&window, &restored);
+                       left = !topLevel() || !topLevel()->isRunning();
+                   },
+                   [&] {
+                       if (topLevel())
+                           QTest::keyClick(topLevel(), Qt::Key_Escape);
+                   }});
+    tapAlt(&window);
+    QTRY_VERIFY(script.finished());
+    QVERIFY(stayed);
+    QVERIFY(left);
 }
 
 NORVIK_TEST_MAIN(tst_KHotKey)
