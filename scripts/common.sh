@@ -1,5 +1,5 @@
 # Shared by scripts/test and scripts/demo: installs the Debian packages the project needs.
-NORVIK_PACKAGES=(cmake g++ ninja-build qt6-base-dev qt6-tools-dev libx11-dev xvfb xauth tango-icon-theme)
+NORVIK_PACKAGES=(cmake g++ ninja-build qt6-base-dev qt6-tools-dev libx11-dev xvfb xauth xcompmgr tango-icon-theme)
 
 norvik_install_packages() {
     local missing=() p
