@@ -1,10 +1,21 @@
 // Norvik Writer: a small text editor built only on NorvikOfficeUI's public interface.
 //
-//   norvik-writer [FILE]                 opens FILE
+//   norvik-writer [FILE...]              opens each FILE in a tab of its own
 //   norvik-writer --screenshot OUT.png   shows the window, waits until it is drawn and idle,
 //                                        saves a picture of it and exits
 //   norvik-writer --base-color "#217346" tints the theme with that colour for this run
+//   norvik-writer --classic              menus and tool bars instead of the ribbon
+//   norvik-writer --width 1000 --screenshot-state table --screenshot OUT.png
+//                                        a picture at that width, in one of the states
+//                                        "collapsed", "popup" (collapsed, a tab opened) or
+//                                        "table" (the cursor in a table: the Table tab shows)
+//                                        or "tabN" (the N-th tab current, from 0)
+#include <QApplication>
 #include <QCommandLineParser>
+#include <QMouseEvent>
+#include <QPixmap>
+#include <QScreen>
+#include <QTextCursor>
 #include <QDir>
 #include <QTextEdit>
 #include <QTimer>
@@ -14,6 +25,12 @@
 #include <kapplication.h>
 #include <kapptheme.h>
 
+#include <krbtabbar.h>
+#include <krbtabbutton.h>
+#include <krbtabwidget.h>
+#include <kpopupwidget.h>
+
+#include "writerribbon.h"
 #include "writerwindow.h"
 
 namespace {
@@ -29,18 +46,47 @@ const char* const kSample =
     "# Norvik Writer\n"
     "A small editor that shows what the framework builds from a description.\n"
     "\n"
-    "## Commands\n"
-    "New, Open, Save and the editing commands come from ui/writer.xml.\n"
-    "Undo, Redo, Cut, Copy and Paste follow the state of this document.\n"
+    "## The ribbon\n"
+    "Home, Insert, Layout and View come from ui/writer.xml; a page is made when its tab first shows.\n"
+    "Put the cursor in a table (Insert, Table) and the Table tab comes forward.\n"
+    "Double-click a tab, or the arrow at the right, to collapse the ribbon.\n"
     "\n"
     "## Format\n"
-    "Bold, Italic and Underline follow the text under the cursor; save as .html to keep them.\n"
-    "Recent lists the files you opened or saved, also after a restart.\n"
+    "Bold, Italic, Underline and the paragraph buttons follow the text under the cursor;\n"
+    "save as .html to keep them. Recent lists the files you opened or saved.\n"
     "\n"
     "## Panels and colours\n"
     "The outline on the left lists the lines that start with #.\n"
     "The properties on the right count what you type.\n"
-    "The Colour bar tints the whole window, and the choice is kept.\n";
+    "Layout, Colour tints the whole window, and the choice is kept.\n";
+
+// Brings the window into the state a picture is asked of.
+void prepareScreenshotState(WriterWindow& window, const QString& state)
+{
+    KRbTabWidget* ribbon = window.headerBar();
+    bool isTabNumber = false;
+    const int tab = state.startsWith(QLatin1String("tab")) ? state.mid(3).toInt(&isTabNumber) : -1;
+    if (ribbon && isTabNumber) {
+        ribbon->setCurrentItem(tab);
+    } else if (state == QLatin1String("table")) {
+        window.editor()->moveCursor(QTextCursor::End);
+        window.editor()->append(QString());
+        window.ribbonActions()->insertTable(3, 3);
+        window.editor()->insertPlainText(QStringLiteral("Chapter"));
+    } else if (ribbon && (state == QLatin1String("collapsed") || state == QLatin1String("popup"))) {
+        ribbon->setStatus(KRbSubTabBar::Collapsed, true);
+        // A press on the Insert tab, as the user's: the page floats over the document.
+        if (KRbTabButton* tab = state == QLatin1String("popup") ? ribbon->tabBar()->tabButtonAt(1) : nullptr) {
+            const QPointF centre = QRectF(tab->rect()).center();
+            QMouseEvent press(QEvent::MouseButtonPress, centre, tab->mapToGlobal(centre), Qt::LeftButton,
+                              Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(tab, &press);
+            QMouseEvent release(QEvent::MouseButtonRelease, centre, tab->mapToGlobal(centre), Qt::LeftButton,
+                                Qt::NoButton, Qt::NoModifier);
+            QApplication::sendEvent(tab, &release);
+        }
+    }
+}
 
 } // namespace
 
@@ -60,9 +106,21 @@ int main(int argc, char** argv)
                                  QStringLiteral("Tint the theme with <color> for this run (not saved)."),
                                  QStringLiteral("color"));
     parser.addOption(baseColor);
-    parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A text file to open."));
+    QCommandLineOption classic(QStringLiteral("classic"), QStringLiteral("Menus and tool bars instead of the ribbon."));
+    parser.addOption(classic);
+    QCommandLineOption width(QStringLiteral("width"), QStringLiteral("Start <pixels> wide."), QStringLiteral("pixels"));
+    parser.addOption(width);
+    QCommandLineOption state(QStringLiteral("screenshot-state"),
+                             QStringLiteral("Before the picture: \"collapsed\", \"popup\", \"table\" or \"tabN\"."),
+                             QStringLiteral("state"));
+    parser.addOption(state);
+    parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Text files to open, each in a tab."),
+                                 QStringLiteral("[files...]"));
     parser.process(app);
 
+    // The description holds both forms; the category picks one while it loads.
+    if (parser.isSet(classic))
+        app.setCategory(QStringLiteral("classic"));
     if (!app.setupXml(QStringLiteral("ui/writer.xml"))) {
         std::fprintf(stderr, "norvik-writer: cannot read its description ui/writer.xml\n");
         return 1;
@@ -79,23 +137,34 @@ int main(int argc, char** argv)
     app.bringFrontMainWindow(&window);
     QObject::connect(&app, &KApplication::lastMainWindowClosed, &app, &QCoreApplication::quit);
 
-    if (!parser.positionalArguments().isEmpty())
-        window.openFile(parser.positionalArguments().constFirst());
-    else
+    for (const QString& file : parser.positionalArguments()) {
+        if (!window.openFile(file))
+            std::fprintf(stderr, "norvik-writer: cannot read %s\n", qPrintable(file));
+    }
+    if (parser.positionalArguments().isEmpty())
         window.editor()->setPlainText(QString::fromUtf8(kSample));
     window.editor()->document()->setModified(false);
+    if (parser.isSet(width))
+        window.resize(parser.value(width).toInt(), window.height());
     window.show();
 
     if (parser.isSet(screenshot)) {
         const QString out = parser.value(screenshot);
+        const QString shotState = parser.value(state);
         auto* poll = new QTimer(&app);
-        QObject::connect(poll, &QTimer::timeout, &app, [&window, poll, out] {
+        QObject::connect(poll, &QTimer::timeout, &app, [&window, poll, out, shotState] {
             if (!window.windowHandle() || !window.windowHandle()->isExposed())
                 return;
             poll->stop();
+            prepareScreenshotState(window, shotState);
             // Give the idle rounds time to bring every bar up to date before the picture.
-            QTimer::singleShot(800, &window, [&window, out] {
-                const bool ok = window.grab().save(out);
+            QTimer::singleShot(800, &window, [&window, out, shotState] {
+                // A popped-up ribbon floats in a window of its own: take the screen there.
+                const QPixmap picture = shotState == QLatin1String("popup") && window.screen()
+                    ? window.screen()->grabWindow(0, window.x(), window.y(), window.frameGeometry().width(),
+                                                  window.frameGeometry().height())
+                    : window.grab();
+                const bool ok = picture.save(out);
                 std::printf("%s %s\n", ok ? "screenshot saved to" : "could not save", qPrintable(out));
                 QCoreApplication::exit(ok ? 0 : 2);
             });

@@ -19,6 +19,7 @@
 #include "writerdocuments.h"
 #include "writerdocumentsetup.h"
 #include "writerpanels.h"
+#include "writerribbon.h"
 
 namespace {
 bool isHtml(const QString& path)
@@ -97,6 +98,7 @@ void WriterWindow::bindCommands()
     connect(this, &WriterWindow::documentChanged, this, &WriterWindow::_rememberFile);
     m_documents->bindCommands();
     m_documentSetup = new WriterDocumentSetup(this);
+    m_ribbonActions = new WriterRibbonActions(this);
 
     // The format toggles show the format at the cursor.
     connect(m_editor, &QTextEdit::currentCharFormatChanged, this, &WriterWindow::_updateFormatChecks);

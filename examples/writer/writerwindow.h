@@ -8,6 +8,7 @@ class QTextEdit;
 class KCommand;
 class WriterDocumentSetup;
 class WriterDocuments;
+class WriterRibbonActions;
 
 /**
  * The main window of Norvik Writer, a small text editor. Everything it shows besides the
@@ -29,6 +30,8 @@ public:
     QString filePath() const { return m_path; }
     /// The open documents; the editor shows the current one.
     WriterDocuments* documents() const { return m_documents; }
+    /// The editor's actions behind the ribbon; made by bindCommands().
+    WriterRibbonActions* ribbonActions() const { return m_ribbonActions; }
     /// The file of the document that became current (empty for an unsaved one).
     void setCurrentPath(const QString& path);
 
@@ -59,6 +62,7 @@ private:
     QString m_path;
     WriterDocumentSetup* m_documentSetup = nullptr;
     WriterDocuments* m_documents = nullptr;
+    WriterRibbonActions* m_ribbonActions = nullptr;
 };
 
 #endif // WRITERWINDOW_H

@@ -170,7 +170,29 @@ void KSlideBlock::onValueChanged()
 
 void KSlideBlock::onSubTabBarCurrentIdxChanged()
 {
+    _watchCurrentButton();
     startMovie();
+}
+
+void KSlideBlock::_watchCurrentButton()
+{
+    KRbTabButton* button = curSubTabBarButton();
+    if (m_watched == button)
+        return;
+    if (m_watched)
+        m_watched->removeEventFilter(this);
+    m_watched = button;
+    if (button)
+        button->installEventFilter(this);
+}
+
+bool KSlideBlock::eventFilter(QObject* watched, QEvent* e)
+{
+    if (watched == m_watched && m_current.valid
+        && (e->type() == QEvent::Show || e->type() == QEvent::Move || e->type() == QEvent::Resize)
+        && isNeedReStartMovie())
+        startMovie();
+    return QObject::eventFilter(watched, e);
 }
 
 bool KSlideBlock::event(QEvent* e)

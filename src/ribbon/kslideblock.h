@@ -76,12 +76,17 @@ public Q_SLOTS:
 
 protected:
     bool event(QEvent* e) override;
+    bool eventFilter(QObject* watched, QEvent* e) override;
 
 private:
     static KSliderData _dataFor(const KRbTabButton* button);
+    void _watchCurrentButton();
 
     QPropertyAnimation* m_animation = nullptr;
     QPointer<KRbSubTabBar> m_tabBar;
+    // The current tab, watched for showing and moving: a context tab becomes current while it
+    // is still hidden, and the block follows it once it shows.
+    QPointer<QWidget> m_watched;
     KSliderData m_current;
     KSliderData m_previous;
     KSliderData m_target;

@@ -49,6 +49,7 @@ void tst_Writer::initTestCase()
     QStandardPaths::setTestModeEnabled(true); // the chosen colour is saved in the settings
     KSettings().remove(QStringLiteral("Writer/RecentFiles")); // left by an earlier run
     KWarningCatcher warnings;
+    KApplication::instance()->setCategory(QStringLiteral("classic")); // menus and tool bars
     QVERIFY(KApplication::instance()->setupXml(QStringLiteral(NORVIK_WRITER_UI_DIR "/writer.xml")));
     m_window.reset(new WriterWindow);
     m_window->polishXml();

@@ -299,6 +299,7 @@ void tst_KRbTabWidget::contextTabRaisesWhenItsCommandTurnsVisible()
     cmd->subCommand(2)->setVisible(true);
     idle();
     QCOMPARE(w.currentIndex(), 2);
+    QCOMPARE(w.tabBar()->tabButtonAt(0)->checkStatus(), KRbTabButton::Normal); // the old current lets go
     QCOMPARE(w.tabBar()->pendingContextIdx(), -1);
     QVERIFY(w.tabBar()->tabButtonAt(2)->isContextTab());
     QCOMPARE(w.tabBar()->tabButtonAt(2)->getTheme(), QStringLiteral("KRbTabContextButton"));
