@@ -20,6 +20,7 @@
 #include "writerdocumentsetup.h"
 #include "writerpanels.h"
 #include "writerribbon.h"
+#include "writertips.h"
 
 namespace {
 bool isHtml(const QString& path)
@@ -99,6 +100,7 @@ void WriterWindow::bindCommands()
     m_documents->bindCommands();
     m_documentSetup = new WriterDocumentSetup(this);
     m_ribbonActions = new WriterRibbonActions(this);
+    new WriterTips(this);
 
     // The format toggles show the format at the cursor.
     connect(m_editor, &QTextEdit::currentCharFormatChanged, this, &WriterWindow::_updateFormatChecks);

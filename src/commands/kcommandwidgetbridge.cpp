@@ -54,7 +54,13 @@ KCommandBridgeHelper::RichTipHandler KCommandBridgeHelper::richTipHandler()
 
 bool KCommandBridgeHelper::showRichTip(QWidget* widget, KCommand* command, const QHelpEvent* event)
 {
-    if (!s_richTipHandler || !widget || !command || !event || command->customTip().isEmpty())
+    return showRichTip(widget, command, command ? command->customTip() : QString(), event);
+}
+
+bool KCommandBridgeHelper::showRichTip(QWidget* widget, KCommand* command, const QString& key,
+                                       const QHelpEvent* event)
+{
+    if (!s_richTipHandler || !widget || !command || !event || key.isEmpty())
         return false;
-    return s_richTipHandler(widget, command, event->globalPos());
+    return s_richTipHandler(widget, command, key, event->globalPos());
 }

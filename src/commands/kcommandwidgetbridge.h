@@ -31,8 +31,10 @@
 class NORVIKOFFICEUI_EXPORT KCommandBridgeHelper
 {
 public:
-    /// Shows the rich tip for command at globalPos; true when an entry was found and shown.
-    using RichTipHandler = bool (*)(QWidget* widget, KCommand* command, const QPoint& globalPos);
+    /// Shows the rich tip of the catalogue entry key for command at globalPos; true when an
+    /// entry was found and shown.
+    using RichTipHandler = bool (*)(QWidget* widget, KCommand* command, const QString& key,
+                                    const QPoint& globalPos);
 
     /// Registers object with the application's idle service; nothing without a KApplication.
     static void registerIdle(QObject* object, bool visibleOnly = true);
@@ -49,6 +51,9 @@ public:
     static RichTipHandler richTipHandler();
     /// For a command with a customTip(), asks the handler; false when nothing was shown.
     static bool showRichTip(QWidget* widget, KCommand* command, const QHelpEvent* event);
+    /// The same for the entry key (a widget's own key); an empty key shows nothing.
+    static bool showRichTip(QWidget* widget, KCommand* command, const QString& key,
+                            const QHelpEvent* event);
 };
 
 /**
@@ -141,6 +146,16 @@ public:
     }
 
     bool isCommandConnected() const { return m_connected; }
+
+    /// A tool tip over a widget whose command names a catalogue entry shows the rich tip;
+    /// without an entry the widget's plain tool tip shows.
+    bool event(QEvent* event) override
+    {
+        if (event->type() == QEvent::ToolTip
+            && KCommandBridgeHelper::showRichTip(this, command(), static_cast<QHelpEvent*>(event)))
+            return true;
+        return T::event(event);
+    }
     bool isAutoConnect() const { return m_autoConnect; }
 
 protected:

@@ -18,6 +18,7 @@
 #include <kcommands.h>
 #include <kdrawhelpfunc.h>
 #include <kprocessupdatesvr.h>
+#include <ktips.h>
 #include "kmainwindow.h"
 
 #include <cstdio>
@@ -123,6 +124,7 @@ KApplication::KApplication(int& argc, char** argv)
     QCoreApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings, true);
     QCoreApplication::setAttribute(Qt::AA_DontShowIconsInMenus, false);
     m_theme = new KAppTheme(this); // creates the icon loader
+    m_tips = new KTips(this, this);
     m_commands = new KCommands(this, this, nullptr);
     m_libraries = new KAppLibraries;
     m_attrParser = new KAppAttributeParser(this);
@@ -134,6 +136,8 @@ KApplication::KApplication(int& argc, char** argv)
 
 KApplication::~KApplication()
 {
+    delete m_tips;
+    m_tips = nullptr;
     delete m_commands;
     m_commands = nullptr;
     delete m_theme;
@@ -256,6 +260,7 @@ bool KApplication::onSetupMainXml(const KDomDocument& doc)
         return false;
     if (!m_theme->setupMainXml(doc))
         return false;
+    m_tips->setupMainXml(doc); // a description without tips is fine
     return true;
 }
 
@@ -274,6 +279,7 @@ void KApplication::resetXml()
 {
     m_commands->resetXML();
     m_attrParser->resetXml();
+    m_tips->resetXML();
     m_theme->resetXml();
     m_libraries->resetXml();
     m_doms.clear();

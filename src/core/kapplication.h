@@ -19,6 +19,7 @@ class KAppIdleSvr;
 class KProcessUpdateSvr;
 class KAppTheme;
 class KAppLibraries;
+class KTips;
 
 /**
  * The root object of every program built on the framework. A host creates exactly one,
@@ -61,6 +62,8 @@ public:
     KAppIdleSvr* idleSvr() const { return m_idleSvr; }
     KProcessUpdateSvr* processUpdateSvr() const { return m_processUpdateSvr; }
     KAppTheme* theme() const { return m_theme; }
+    /// The tip catalogue, filled from the description's tip file on first use.
+    KTips* tips() const { return m_tips; }
     KAppLibraries* libraries() const { return m_libraries; }
     KAppTranslators* translator() { return &m_translators; }
     /// Installs the translators of currentLanguage(); call it before setupXml().
@@ -147,6 +150,7 @@ private:
 
     QList<KDomDocument> m_doms;
     KAppTheme* m_theme = nullptr;
+    KTips* m_tips = nullptr;
     KCommands* m_commands = nullptr;
     KAppLibraries* m_libraries = nullptr;
     KAppTranslators m_translators;

@@ -354,8 +354,12 @@ bool KToolButton::event(QEvent* e)
         return true;
     }
     case QEvent::ToolTip:
-        // Without an entry in the tip catalogue the plain tool tip of the command shows.
-        if (m_command && KCommandBridgeHelper::showRichTip(this, m_command, static_cast<QHelpEvent*>(e)))
+        // The button's own key first, then its command's. Without an entry in the tip
+        // catalogue the plain tool tip of the command shows.
+        if (m_command
+            && KCommandBridgeHelper::showRichTip(this, m_command,
+                                                 m_customTip.isEmpty() ? m_command->customTip() : m_customTip,
+                                                 static_cast<QHelpEvent*>(e)))
             return true;
         break;
     default:

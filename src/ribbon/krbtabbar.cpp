@@ -88,6 +88,9 @@ KRbTabBar::KRbTabBar(KRbTabWidgetCommand* cmd, QWidget* parent)
 KRbTabBar::~KRbTabBar()
 {
     KCommandBridgeHelper::unregisterIdle(this);
+    // The layout of the two-line form stands in no other layout, so nothing else frees it.
+    if (!m_spaceLayout->parent())
+        delete m_spaceLayout;
 }
 
 KRbTabWidgetCommand* KRbTabBar::command() const

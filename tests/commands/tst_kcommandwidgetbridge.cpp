@@ -255,11 +255,12 @@ void tst_KCommandWidgetBridge::contractWidget()
 
 void tst_KCommandWidgetBridge::richToolTip()
 {
-    using Call = std::tuple<QWidget*, KCommand*, QPoint>;
+    using Call = std::tuple<QWidget*, KCommand*, QString, QPoint>;
     static QList<Call> s_calls;
     s_calls.clear();
-    KCommandBridgeHelper::setRichTipHandler([](QWidget* w, KCommand* c, const QPoint& pos) {
-        s_calls.append({w, c, pos});
+    const auto catalogueHandler = KCommandBridgeHelper::richTipHandler();
+    KCommandBridgeHelper::setRichTipHandler([](QWidget* w, KCommand* c, const QString& key, const QPoint& pos) {
+        s_calls.append({w, c, key, pos});
         return true;
     });
     KCommand withTip(nullptr, nullptr), withoutTip(nullptr, nullptr);
@@ -272,7 +273,8 @@ void tst_KCommandWidgetBridge::richToolTip()
     QCoreApplication::sendEvent(&plain, &help); // no custom tip: not asked
     KCommandBridgeHelper::setRichTipHandler(nullptr);
     QCoreApplication::sendEvent(&tipped, &help); // no handler: not asked
-    QCOMPARE(s_calls, QList<Call>({Call(&tipped, &withTip, QPoint(105, 205))}));
+    QCOMPARE(s_calls, QList<Call>({Call(&tipped, &withTip, QString("Bold"), QPoint(105, 205))}));
+    KCommandBridgeHelper::setRichTipHandler(catalogueHandler);
 }
 
 void tst_KCommandWidgetBridge::wrapAction()

@@ -68,9 +68,9 @@ int paintedPixels(QWidget* w)
 }
 
 QStringList s_tips;
-bool recordTip(QWidget*, KCommand* command, const QPoint&)
+bool recordTip(QWidget*, KCommand*, const QString& key, const QPoint&)
 {
-    s_tips << command->customTip();
+    s_tips << key;
     return true;
 }
 
@@ -315,6 +315,7 @@ void tst_KToolButton::hoverUnderPopup()
     QWidget stranger(&window);
     // The tips that reach the button go to the rich tip handler, which counts them.
     s_tips.clear();
+    const auto catalogueHandler = KCommandBridgeHelper::richTipHandler();
     KCommandBridgeHelper::setRichTipHandler(&recordTip);
 
     const QPoint inside = button->mapToGlobal(QPoint(5, 5)), outside = button->mapToGlobal(QPoint(60, 60));
@@ -346,7 +347,11 @@ void tst_KToolButton::hoverUnderPopup()
     QCoreApplication::sendEvent(button, &leave);
     QTest::qWait(400);
     QCOMPARE(s_tips, QStringList({"tip"}));
-    KCommandBridgeHelper::setRichTipHandler(nullptr);
+    // The button's own key comes before its command's.
+    button->setCustomTip("own");
+    button->showToolTip();
+    QTRY_COMPARE(s_tips, QStringList({"tip", "own"}));
+    KCommandBridgeHelper::setRichTipHandler(catalogueHandler);
 }
 
 void tst_KToolButton::painting()
