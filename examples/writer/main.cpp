@@ -10,7 +10,8 @@
 //                                        "collapsed", "popup" (collapsed, a tab opened) or
 //                                        "table" (the cursor in a table: the Table tab shows)
 //                                        "tabN" (the N-th tab current, from 0), "keytips" (Alt
-//                                        tapped) or "keytips2" (then H: the Home tab's keys)
+//                                        tapped), "keytips2" (then H: the Home tab's keys) or
+//                                        "tip" (the Bold button's rich tip)
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QKeyEvent>
@@ -27,6 +28,9 @@
 #include <kapplication.h>
 #include <kapptheme.h>
 
+#include <kcommand.h>
+#include <kcommands.h>
+#include <ktoolbutton.h>
 #include <krbtabbar.h>
 #include <krbtabbutton.h>
 #include <krbtabwidget.h>
@@ -100,6 +104,17 @@ void prepareScreenshotState(WriterWindow& window, const QString& state)
             QApplication::sendEvent(target, &release);
         });
         poll->start(20);
+    } else if (state == QLatin1String("tip")) {
+        // The mouse resting on the Bold button: its rich tip comes up.
+        KCommand* bold = window.commands()->command(QStringLiteral("FormatBold"));
+        for (KToolButton* button : window.findChildren<KToolButton*>()) {
+            if (button->command() != bold || !button->isVisible())
+                continue;
+            const QPoint centre = button->rect().center();
+            QHelpEvent help(QEvent::ToolTip, centre, button->mapToGlobal(centre));
+            QApplication::sendEvent(button, &help);
+            break;
+        }
     } else if (state == QLatin1String("table")) {
         window.editor()->moveCursor(QTextCursor::End);
         window.editor()->append(QString());
@@ -144,7 +159,7 @@ int main(int argc, char** argv)
     parser.addOption(width);
     QCommandLineOption state(QStringLiteral("screenshot-state"),
                              QStringLiteral("Before the picture: \"collapsed\", \"popup\", \"table\", \"tabN\", "
-                                            "\"keytips\" or \"keytips2\"."),
+                                            "\"keytips\", \"keytips2\" or \"tip\"."),
                              QStringLiteral("state"));
     parser.addOption(state);
     parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Text files to open, each in a tab."),
@@ -193,7 +208,8 @@ int main(int argc, char** argv)
             // Give the idle rounds time to bring every bar up to date before the picture.
             QTimer::singleShot(800, &window, [&window, out, shotState] {
                 // A popped-up ribbon floats in a window of its own: take the screen there.
-                const bool floating = shotState == QLatin1String("popup") || shotState.startsWith(QLatin1String("keytips"));
+                const bool floating = shotState == QLatin1String("popup") || shotState == QLatin1String("tip")
+                    || shotState.startsWith(QLatin1String("keytips"));
                 const QPixmap picture = floating && window.screen()
                     ? window.screen()->grabWindow(0, window.x(), window.y(), window.frameGeometry().width(),
                                                   window.frameGeometry().height())
