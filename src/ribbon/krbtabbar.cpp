@@ -10,6 +10,7 @@
 #include <khotkeyevent.h>
 #include <korbstyle.h>
 #include <krbhscrollwidget.h>
+#include <krbquicktoolbar.h>
 #include <krbtabbutton.h>
 #include <krbtabfilebutton.h>
 #include <krbtabwidgetcommand.h>
@@ -36,19 +37,8 @@ KRbTabBar::KRbTabBar(KRbTabWidgetCommand* cmd, QWidget* parent)
         m_rightCorner = cmd->rightCornerCommand()->requestWidget(this, KCommand::PocketPurpose);
     if (cmd && cmd->fileCommand())
         m_fileButton = new KRbTabFileButton(cmd->fileCommand(), this);
-    if (cmd && cmd->rightCornerExtentCommand()) {
-        // The corner's bar: the extent command's items as the small buttons of a bar.
-        KCommand* extent = cmd->rightCornerExtentCommand();
-        m_rightCornerExtBar = new QWidget(this);
-        m_rightCornerExtBar->setObjectName(QStringLiteral("RbTabBar_RightCornerExtBar"));
-        auto* row = new QHBoxLayout(m_rightCornerExtBar);
-        row->setContentsMargins(0, 0, 0, 0);
-        row->setSpacing(0);
-        for (int i = 0; i < extent->count(); ++i) {
-            if (KCommand* sub = extent->subCommand(i))
-                row->addWidget(sub->requestWidget(m_rightCornerExtBar, KCommand::PocketPurpose));
-        }
-    }
+    if (cmd && cmd->rightCornerExtentCommand())
+        m_rightCornerExtBar = new KRbQuickToolbar(cmd->rightCornerExtentCommand(), this);
 
     m_mainLayout->setSpacing(0);
     m_mainLayout->setContentsMargins(0, 0, 0, 0);

@@ -12,6 +12,7 @@ class QBoxLayout;
 class QHBoxLayout;
 class QVBoxLayout;
 class KRbHScrollWidget;
+class KRbQuickToolbar;
 class KRbTabButton;
 class KRbTabFileButton;
 class KRbTabWidgetCommand;
@@ -48,7 +49,7 @@ public:
     KRbSubTabBar* subTabBar() const { return m_subTabBar; }
     KRbHScrollWidget* scrollWidget() const { return m_scroll; }
     /// The bar of the right corner's extent command, or null without one.
-    QWidget* rightCornerExtBar() const { return m_rightCornerExtBar; }
+    KRbQuickToolbar* rightCornerExtBar() const { return m_rightCornerExtBar; }
     QWidget* rightCorner() const { return m_rightCorner.data(); }
     QWidget* spaceWidget() const { return m_spaceWidget; }
     /// The file button's geometry, a null rectangle without one.
@@ -100,7 +101,7 @@ private:
     QHBoxLayout* m_topLayout;
     QPointer<QWidget> m_titleBarWidget;
     int m_pendingContextIdx = -1;
-    QWidget* m_rightCornerExtBar = nullptr;
+    KRbQuickToolbar* m_rightCornerExtBar = nullptr;
     QString m_title;
     bool m_singleLine = false;
     bool m_titleMode = false;

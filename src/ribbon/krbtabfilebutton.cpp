@@ -1,5 +1,8 @@
 #include "krbtabfilebutton.h"
 
+#include <krbfilemenu.h>
+#include <krbfilemenucommand.h>
+
 #include <QMouseEvent>
 #include <QStyleOptionButton>
 #include <QStylePainter>
@@ -219,9 +222,15 @@ void KRbTabFileButton::popupRainbowMenu()
         return;
     m_classicOpen = false;
     createPopupWidget(true);
+    auto* fileMenuCommand = qobject_cast<KRbFileMenuCommand*>(cmd);
+    if (!fileMenuCommand) {
+        // A plain list has no panel of its own: it opens as the classic menu does.
+        popupClassicMenu();
+        return;
+    }
     if (!m_rainbowMenu) {
-        // The file menu's panel: a menu of the whole file command in the framed popup.
-        m_rainbowMenu = new KMenuWidget(cmd, this);
+        m_rainbowMenu = new KRbFileMenu(this);
+        m_rainbowMenu->setDefaultKCommand(fileMenuCommand);
     }
     m_rainbowMenu->clearStatus();
     m_popup->setContentWidget(m_rainbowMenu);

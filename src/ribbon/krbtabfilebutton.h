@@ -12,6 +12,7 @@
 
 class QTimer;
 class KHotKeyTriggerEvent;
+class KRbFileMenu;
 
 /**
  * The file button at the head of the ribbon's tab row. A press on its main part drops down
@@ -79,7 +80,7 @@ private:
     bool m_lightFalling = false;
     QPointer<KPopupWidget> m_popup;
     QPointer<KMenuWidget> m_classicMenu;
-    QPointer<KMenuWidget> m_rainbowMenu;
+    QPointer<KRbFileMenu> m_rainbowMenu;
     bool m_tipLight = false;
 
     // key tips

@@ -243,6 +243,22 @@ public:
     // --- key tips (korbstyle_2013_keytips.cpp) ---
     void drawControl_KHotKeyItem(const KStyleOptionHotKey* option, QPainter* painter,
                                  const QWidget* widget) const override;
+
+public:
+    // --- quick access bar, file menu and recent file page (korbstyle_2013_filemenu.cpp) ---
+    /// The arrow of the quick access bar (a QStyleOption; State_Sunken while pressed).
+    static constexpr ControlElement KCE_QuickToolbarArrow = ControlElement(CE_CustomBase + 0x30);
+    /// The frame and background of the quick access bar's overflow panel.
+    static constexpr ControlElement KCE_QuickToolbarPanel = ControlElement(CE_CustomBase + 0x31);
+    /// The background of the file menu's left menu.
+    static constexpr ControlElement KCE_FileMenuLeft = ControlElement(CE_CustomBase + 0x32);
+    /// The band of buttons along the bottom of the file menu.
+    static constexpr ControlElement KCE_FileMenuBottom = ControlElement(CE_CustomBase + 0x33);
+    /// A line of the recent file page: under its title (State_None) or under the pinned rows.
+    static constexpr ControlElement KCE_RecentPageSeparator = ControlElement(CE_CustomBase + 0x34);
+    /// Draws one of the elements above; false for any other element.
+    bool drawFileMenuControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                             const QWidget* widget) const;
 };
 
 #endif // KORBSTYLE_2013_H

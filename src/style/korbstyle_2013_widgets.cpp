@@ -165,6 +165,8 @@ void KORBStyle_2013::drawControl(ControlElement element, const QStyleOption* opt
             return;
         break;
     default:
+        if (drawFileMenuControl(element, option, painter, widget))
+            return;
         break;
     }
     KORBStyle::drawControl(element, option, painter, widget);
