@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <kmenuwidget.h>
+#include <krbrecentfilepage.h>
 #include <ktoolbutton.h>
 #include <norvikofficeui_export.h>
 

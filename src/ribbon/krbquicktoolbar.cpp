@@ -10,6 +10,7 @@
 #include <QScrollArea>
 #include <QStyleOption>
 
+#include <kabstractlistcommand.h>
 #include <kblockedmouseevent.h>
 #include <kcommand.h>
 #include <kevent.h>

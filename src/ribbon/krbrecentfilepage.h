@@ -6,6 +6,7 @@
 #include <QStyledItemDelegate>
 
 #include <kpopupwidget.h>
+#include <krecentfilepagecommand.h>
 #include <ktoolbutton.h>
 #include <norvikofficeui_export.h>
 

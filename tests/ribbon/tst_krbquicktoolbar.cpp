@@ -63,13 +63,6 @@ class tst_KRbQuickToolbar : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase() { QApplication::setStyle(new FixedStyle); }
-    void init() { m_warnings.reset(new KWarningCatcher); }
-    void cleanup()
-    {
-        const QStringList messages = m_warnings->messages();
-        m_warnings.reset();
-        QCOMPARE(messages, QStringList());
-    }
 
     void overflow_data();
     void overflow();
@@ -84,7 +77,6 @@ private Q_SLOTS:
     void listChangesFollow();
 
 private:
-    std::unique_ptr<KWarningCatcher> m_warnings;
 };
 
 void tst_KRbQuickToolbar::overflow_data()
