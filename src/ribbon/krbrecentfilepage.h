@@ -75,7 +75,8 @@ public:
 private:
     QString m_path;
     bool m_fixed = false;
-    KFilePageFixedButton* m_fixedButton = nullptr;
+    // Guarded: the list's viewport, the button's parent, may go before the list's items.
+    QPointer<KFilePageFixedButton> m_fixedButton;
 };
 
 /// The line under the last pinned row.
