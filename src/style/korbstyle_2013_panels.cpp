@@ -2,6 +2,7 @@
 // bars, push-button captions and the shadow around a main window.
 #include "korbstyle_2013.h"
 #include "korbstyle_2013_p.h"
+#include "korbstyle_p.h"
 
 #include <QFrame>
 #include <QPainter>
@@ -20,22 +21,6 @@ const QString s_toolBar = QStringLiteral("KToolBar");
 
 constexpr int kMenuTextGap = 6;     // icon column to text
 constexpr int kMenuArrowWidth = 14; // the strip of a submenu's arrow
-
-void drawCheckMark(QPainter* painter, const QRect& box, const QColor& pen)
-{
-    const QRectF r = QRectF(box).adjusted(box.width() * 0.22, box.height() * 0.3, -box.width() * 0.22,
-                                          -box.height() * 0.3);
-    QPainterPath path;
-    path.moveTo(r.left(), r.center().y());
-    path.lineTo(r.left() + r.width() * 0.38, r.bottom());
-    path.lineTo(r.right(), r.top());
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(pen, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter->setBrush(Qt::NoBrush);
-    painter->drawPath(path);
-    painter->restore();
-}
 
 } // namespace
 
@@ -90,7 +75,7 @@ void KORBStyle_2013::drawMenuItem(const QStyleOptionMenuItem* option, QPainter* 
     if (option->checkType != QStyleOptionMenuItem::NotCheckable && option->checked) {
         KDrawHelpFunc::drawCheckedRect(*painter, iconBox.adjusted(-2, -2, 2, 2), 0);
         if (option->icon.isNull())
-            drawCheckMark(painter, iconBox, text);
+            KOrbPaint::drawCheckMark(painter, iconBox, text);
     }
     if (!option->icon.isNull())
         option->icon.paint(painter, iconBox, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);

@@ -3,6 +3,7 @@
 // The menu puts the width of its arrow strip in reservedShortcutWidth; the shortcut is part
 // of the text, behind a tab.
 #include "korbstyle.h"
+#include "korbstyle_p.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -63,7 +64,9 @@ QBrush themeBrush(const QString& cls, const char* name, const QColor& fallback)
     return QBrush(g);
 }
 
-void drawCheckMark(QPainter* painter, const QRect& box, const QColor& color)
+} // namespace
+
+void KOrbPaint::drawCheckMark(QPainter* painter, const QRect& box, const QColor& color)
 {
     const QRectF r = QRectF(box).adjusted(box.width() * 0.25, box.height() * 0.3, -box.width() * 0.25,
                                           -box.height() * 0.3);
@@ -78,8 +81,6 @@ void drawCheckMark(QPainter* painter, const QRect& box, const QColor& color)
     painter->drawPath(path);
     painter->restore();
 }
-
-} // namespace
 
 bool KORBStyle::isFrameworkMenu(const QWidget* widget)
 {
@@ -141,7 +142,7 @@ void KORBStyle::drawControl_MenuItem(const QStyleOptionMenuItem* option, QPainte
     if (option->checked) {
         KDrawHelpFunc::drawCheckedRect(*painter, iconBox.adjusted(-2, -2, 1, 1), 2);
         if (option->icon.isNull())
-            drawCheckMark(painter, iconBox, textColor);
+            KOrbPaint::drawCheckMark(painter, iconBox, textColor);
     }
     if (!option->icon.isNull()) {
         const QIcon::Mode mode = enabled ? QIcon::Normal : QIcon::Disabled;
