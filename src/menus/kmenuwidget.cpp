@@ -345,6 +345,8 @@ void KMenuWidgetPopupItem::paint(QPainter& painter)
 
 QPoint KMenuWidgetPopupItem::getTopRight() const
 {
+    if (m_menuWidget->isSubMenuAtSide())
+        return m_menuWidget->mapToGlobal(QPoint(m_menuWidget->width(), 0));
     return m_menuWidget->mapToGlobal(QPoint(m_rect.right() + 1, m_rect.top()));
 }
 

@@ -235,6 +235,9 @@ public:
     bool needDrawBackground() const { return m_drawBackground; }
     void setDrawBackground(bool draw);
     void setCurrentItem(KMenuWidgetItem* item);
+    /// Submenus open beside the whole menu, level with its top, instead of beside their row.
+    bool isSubMenuAtSide() const { return m_subMenuAtSide; }
+    void setSubMenuAtSide(bool on) { m_subMenuAtSide = on; }
     /// Drops the current row.
     void clearStatus();
 
@@ -277,6 +280,10 @@ protected:
     void hideEvent(QHideEvent* e) override;
 
     void paintMenuWidgetBackground(QPainter& painter);
+    /// The timer that opens a row's submenu once the pointer rests on the row (250 ms).
+    QTimer* stayTimer() { return &m_timer; }
+    /// Where the pointer was last seen; the stay timer opens the row there.
+    void setLastMousePos(const QPoint& pos) { m_lastMousePos = pos; }
     /// Hands a key to the menu bar of the window this menu was opened from; false when
     /// there is none.
     bool sendEventToMenuBar(QKeyEvent* e);
@@ -294,6 +301,7 @@ private:
     KMenuWidgetLayout* m_layout = nullptr;
     QSize m_iconSize = QSize(16, 16);
     bool m_drawBackground = true;
+    bool m_subMenuAtSide = false;
     int m_tabWidth = 16;
 
     // key tips

@@ -21,7 +21,10 @@ KRbFileMenuLeftMenu::KRbFileMenuLeftMenu(KCommand* command, QWidget* parent, KRb
     setContentsMargins(0, 10, 2, 1);
     setIconSize(QSize(32, 32));
     setTabWidth(26);
-    // TODO: the base's stay timer is private; it should run 450 ms here, not 250 ms.
+    // A file menu's entries are large: the pointer crosses them slowly, so a submenu waits
+    // longer before it opens, and it opens beside the whole panel.
+    stayTimer()->setInterval(450);
+    setSubMenuAtSide(true);
     m_hideTimer.setSingleShot(true);
     m_hideTimer.setInterval(150);
     connect(&m_hideTimer, &QTimer::timeout, this, &KRbFileMenuLeftMenu::hideSubMenu);
@@ -30,8 +33,9 @@ KRbFileMenuLeftMenu::KRbFileMenuLeftMenu(KCommand* command, QWidget* parent, KRb
 
 void KRbFileMenuLeftMenu::hideSubMenu()
 {
-    if (KMenuWidgetItem* item = currentItem())
-        item->unsetAsPopupItem();
+    // The pointer left the open entry and has not come back: its submenu goes.
+    if (popupItem() && popupItem() != currentItem())
+        setPopupItem(nullptr);
     m_hideTimer.stop();
 }
 
@@ -45,14 +49,17 @@ void KRbFileMenuLeftMenu::mouseMoveEvent(QMouseEvent* e)
     KMenuWidgetItem* item = itemAt(pos);
     if (item && !(item->isVisible() && item->isEnabled()))
         item = nullptr;
+    setLastMousePos(pos);
     if (item != currentItem()) {
+        stayTimer()->stop();
         m_hideTimer.stop();
         m_hideTimer.start();
+        if (item)
+            stayTimer()->start();
     }
-    if (item) {
+    if (item)
         item->onMouseMove(pos);
-        setCurrentItem(item);
-    }
+    setCurrentItem(item);
     e->accept();
 }
 
@@ -270,7 +277,11 @@ bool KRbFileMenu::focusNextPrevChild(bool next)
         }
     }
     if (inLeft && m_recent) {
-        const int y = focus->mapToGlobal(QPoint(0, 10)).y();
+        // The page's row level with the menu's current entry, or with the focus widget.
+        QPoint at = focus->mapToGlobal(QPoint(0, 10));
+        if (KMenuWidgetItem* item = m_leftMenu->currentItem())
+            at = m_leftMenu->mapToGlobal(item->geometry().topLeft() + QPoint(0, 10));
+        const int y = at.y();
         m_leftMenu->clearStatus();
         m_recent->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
         m_recent->setSelectedItem(y);

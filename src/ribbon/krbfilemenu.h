@@ -43,6 +43,7 @@ class NORVIKOFFICEUI_EXPORT KRbFileMenuButton : public KToolButton
     Q_OBJECT
 public:
     explicit KRbFileMenuButton(QWidget* parent);
+    using KToolButton::sizeHint;
     QSize sizeHint() const override;
 
 protected:

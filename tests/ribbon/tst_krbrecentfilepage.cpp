@@ -1,49 +1,18 @@
 #include <ktestsupport.h>
 
 #include <QDir>
+#include <QLabel>
+#include <klistcommand.h>
+#include <ktriggercommand.h>
 #include <QScrollBar>
 #include <QTemporaryDir>
 
 #include <krbrecentfilepage.h>
 #include <krecentfilepagecommand.h>
 
+#include "recenthost.h"
+
 namespace {
-
-// A host's recent documents: a list with pinned paths, and a log of what the page asked.
-class Recent : public KRecentFilePageCommand
-{
-public:
-    Recent(const QStringList& files, QObject* owner)
-        : KRecentFilePageCommand(owner, owner)
-        , files(files)
-    {
-    }
-    QStringList fileList() override
-    {
-        ++listAsked;
-        return files;
-    }
-    void openFile(int index) override { opened.append(index); }
-    void removeFile(int index) override { files.removeAt(index); }
-    void clearFiles() override { files.clear(); }
-    bool openFolder(const QString&) override { return true; }
-    void fixFile(const QString& path) override { pinned.append(path); }
-    void unfixFile(const QString& path) override { pinned.removeAll(path); }
-    QStringList fixedFileList() override { return pinned; }
-    QStringList unfixedFileList() override
-    {
-        QStringList rest;
-        for (const QString& f : files)
-            if (!pinned.contains(f))
-                rest.append(f);
-        return rest;
-    }
-
-    QStringList files;
-    QStringList pinned;
-    QList<int> opened;
-    int listAsked = 0;
-};
 
 QStringList rowNames(const KRbRecentFilePage& page)
 {
@@ -63,6 +32,7 @@ private Q_SLOTS:
     void rowsActOnTheHostsIndexes();
     void missingDocumentIsMarked();
     void fiveHundredEntriesScroll();
+    void contextMenuFollowsTheRowAndActs();
 
 private:
     QTemporaryDir m_dir;
@@ -76,7 +46,7 @@ void tst_KRbRecentFilePage::pinnedFirstInPinOrderAskedAfreshOnShow()
 {
     QObject owner;
     const QString a = file("a.txt"), b = file("b.txt"), c = file("c.txt"), d = file("d.txt");
-    auto* recent = new Recent({a, b, c, d}, &owner);
+    auto* recent = new RecentHost({a, b, c, d}, &owner);
     recent->pinned = {c, a}; // pinned c first, then a
     KRbRecentFilePage page(recent, nullptr);
     page.resize(300, 300);
@@ -105,7 +75,7 @@ void tst_KRbRecentFilePage::rowsActOnTheHostsIndexes()
 {
     QObject owner;
     const QString a = file("a.txt"), b = file("b.txt"), c = file("c.txt");
-    auto* recent = new Recent({a, b, c}, &owner);
+    auto* recent = new RecentHost({a, b, c}, &owner);
     recent->pinned = {c};
     KRbRecentFilePage page(recent, nullptr);
     page.show();
@@ -124,7 +94,7 @@ void tst_KRbRecentFilePage::missingDocumentIsMarked()
     QObject owner;
     const QString kept = file("kept.txt");
     const QString gone = QDir::toNativeSeparators(m_dir.filePath("gone.txt"));
-    auto* recent = new Recent({kept, gone}, &owner);
+    auto* recent = new RecentHost({kept, gone}, &owner);
     KRbRecentFilePage page(recent, nullptr);
     page.show();
     QVERIFY(QTest::qWaitForWindowExposed(&page));
@@ -142,7 +112,7 @@ void tst_KRbRecentFilePage::fiveHundredEntriesScroll()
     QStringList many;
     for (int i = 0; i < 500; ++i)
         many.append(QDir::toNativeSeparators(m_dir.filePath(QStringLiteral("doc%1.txt").arg(i))));
-    auto* recent = new Recent(many, &owner);
+    auto* recent = new RecentHost(many, &owner);
     KRbRecentFilePage page(recent, nullptr);
     page.resize(300, 300);
     page.show();
@@ -155,6 +125,74 @@ void tst_KRbRecentFilePage::fiveHundredEntriesScroll()
     const QRect sight = page.listWidget()->viewport()->rect();
     QVERIFY(sight.intersects(page.listWidget()->visualItemRect(page.listWidget()->item(499))));
     QVERIFY(!sight.intersects(page.listWidget()->visualItemRect(page.listWidget()->item(0))));
+}
+
+void tst_KRbRecentFilePage::contextMenuFollowsTheRowAndActs()
+{
+    QObject owner;
+    const QString a = file("a.txt"), b = file("b.txt"), c = file("c.txt");
+    auto* recent = new RecentHost({a, b, c}, &owner);
+    recent->pinned = {b};
+    KRbRecentFilePage page(recent, nullptr);
+    page.resize(300, 300);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&page));
+    KFilePageListWidget* list = page.listWidget();
+    auto popups = [&page] { return page.findChildren<KRbFilePagePopupWidget*>().size(); };
+    auto rightClick = [list](int row) {
+        list->setCurrentItem(list->item(row));
+        QTest::mousePress(list->viewport(), Qt::RightButton, {}, list->visualItemRect(list->item(row)).center());
+    };
+
+    // On the pinned row (b.txt, first): the entries speak of pinned files, and with both groups
+    // filled the group entry shows. The right button does not open the document.
+    rightClick(0);
+    QVERIFY(page.hasPopupMenu());
+    QCOMPARE(popups(), 1);
+    QCOMPARE(page.fixCommand()->text(), QStringLiteral("Unfixed From The Listing"));
+    QCOMPARE(page.clearGroupCommand()->text(), QStringLiteral("Clear All Fixed Files"));
+    QVERIFY(page.clearGroupCommand()->isVisible());
+    QVERIFY(recent->opened.isEmpty());
+    // A second menu does not open over the first.
+    rightClick(1);
+    QCOMPARE(popups(), 1);
+    page.findChild<KRbFilePagePopupWidget*>()->hide();
+    QVERIFY(!page.hasPopupMenu());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    // On an unpinned row the texts turn round; clearing its group keeps the pinned one.
+    rightClick(1);
+    QCOMPARE(page.fixCommand()->text(), QStringLiteral("Fixed To The Listing"));
+    QCOMPARE(page.clearGroupCommand()->text(), QStringLiteral("Clear All Unfixed Files"));
+    page.clearGroupCommand()->trigger();
+    QCOMPARE(recent->files, QStringList({b}));
+    QCOMPARE(rowNames(page), QStringList({"b.txt"}));
+    page.findChild<KRbFilePagePopupWidget*>()->hide();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    // Everything pinned: no group entry.
+    rightClick(0);
+    QVERIFY(!page.clearGroupCommand()->isVisible());
+
+    // Open Folder: a folder that is there leaves the row; one that is gone drops it.
+    KCommand* openFolder = page.menuCommand()->subCommand(5);
+    openFolder->trigger();
+    QCOMPARE(recent->foldersAsked, QStringList({b}));
+    QCOMPARE(list->count(), 1);
+    recent->folderExists = false;
+    openFolder->trigger();
+    QCOMPARE(list->count(), 0);
+    QVERIFY(recent->pinned.isEmpty()); // a dropped row is unpinned too
+    page.findChild<KRbFilePagePopupWidget*>()->hide();
+
+    // Clear All asks the host once and leaves the title alone.
+    recent->files = {a, c};
+    page.reloadFileList();
+    list->setCurrentItem(list->item(0));
+    page.menuCommand()->subCommand(3)->trigger();
+    QCOMPARE(recent->cleared, 1);
+    QCOMPARE(list->count(), 0);
+    QVERIFY(page.titleLabel()->isVisible());
 }
 
 NORVIK_TEST_MAIN(tst_KRbRecentFilePage)
