@@ -7,16 +7,20 @@
 //   norvik-writer --classic              menus and tool bars instead of the ribbon
 //   norvik-writer --width 1000 --screenshot-state table --screenshot OUT.png
 //                                        a picture at that width, in one of the states
-//                                        "collapsed", "popup" (collapsed, a tab opened) or
-//                                        "table" (the cursor in a table: the Table tab shows)
+//                                        "collapsed", "popup" (collapsed, a tab opened),
+//                                        "table" (the cursor in a table: the Table tab shows),
+//                                        "filemenu" (the file menu open), "quickbar" (the
+//                                        quick access bar overflowing, its panel open),
 //                                        "tabN" (the N-th tab current, from 0), "keytips" (Alt
-//                                        tapped), "keytips2" (then H: the Home tab's keys) or
+//                                        tapped), "keytips2" (then H: the Home tab's keys),
+//                                        "keytipsF" (then F: the file menu's keys) or
 //                                        "tip" (the Bold button's rich tip)
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPixmap>
+#include <QSignalBlocker>
 #include <QScreen>
 #include <QTextCursor>
 #include <QDir>
@@ -31,11 +35,14 @@
 #include <kcommand.h>
 #include <kcommands.h>
 #include <ktoolbutton.h>
+#include <krbquicktoolbar.h>
 #include <krbtabbar.h>
+#include <krbtabfilebutton.h>
 #include <krbtabbutton.h>
 #include <krbtabwidget.h>
 #include <kpopupwidget.h>
 
+#include "writerfilemenu.h"
 #include "writerribbon.h"
 #include "writerwindow.h"
 
@@ -74,18 +81,21 @@ void prepareScreenshotState(WriterWindow& window, const QString& state)
     const int tab = state.startsWith(QLatin1String("tab")) ? state.mid(3).toInt(&isTabNumber) : -1;
     if (ribbon && isTabNumber) {
         ribbon->setCurrentItem(tab);
-    } else if (state == QLatin1String("keytips") || state == QLatin1String("keytips2")) {
-        // Alt tapped as the user taps it; for the second level, then the Home tab's letter.
+    } else if (state.startsWith(QLatin1String("keytips"))) {
+        // Alt tapped as the user taps it; for the second level, then the Home tab's letter
+        // ("keytips2") or the file button's ("keytipsF").
         auto key = [](QWidget* target, int code, Qt::KeyboardModifiers pressed, const QString& text) {
             QKeyEvent press(QEvent::KeyPress, code, pressed, text);
             QApplication::sendEvent(target, &press);
             QKeyEvent release(QEvent::KeyRelease, code, Qt::NoModifier, text);
             QApplication::sendEvent(target, &release);
         };
-        if (state == QLatin1String("keytips2")) {
-            QTimer::singleShot(300, &window, [&window, key] {
+        if (state == QLatin1String("keytips2") || state == QLatin1String("keytipsF")) {
+            const bool file = state == QLatin1String("keytipsF");
+            QTimer::singleShot(300, &window, [&window, key, file] {
                 QWidget* grabber = QWidget::keyboardGrabber();
-                key(grabber ? grabber : &window, Qt::Key_H, Qt::NoModifier, QStringLiteral("h"));
+                key(grabber ? grabber : &window, file ? Qt::Key_F : Qt::Key_H, Qt::NoModifier,
+                    file ? QStringLiteral("f") : QStringLiteral("h"));
             });
         }
         window.activateWindow();
@@ -114,6 +124,21 @@ void prepareScreenshotState(WriterWindow& window, const QString& state)
             QHelpEvent help(QEvent::ToolTip, centre, button->mapToGlobal(centre));
             QApplication::sendEvent(button, &help);
             break;
+        }
+    } else if (ribbon && state == QLatin1String("filemenu")) {
+        // The file button pressed: the file menu drops down over the window.
+        if (auto* button = ribbon->tabBar()->findChild<KRbTabFileButton*>())
+            button->popupRainbowMenu();
+    } else if (ribbon && state == QLatin1String("quickbar")) {
+        // A bar fuller than its room, its overflow panel open. Shown for the picture only:
+        // with the bar's signals blocked, the user's saved bar stays as it is.
+        if (KRbQuickToolbar* bar = window.fileMenu()->quickBar()) {
+            const QSignalBlocker quiet(bar);
+            for (const char* id : {"FileOpen", "FileNew", "EditCut", "EditCopy", "EditPaste", "FormatBold",
+                                   "FormatItalic", "FormatUnderline", "InsertTable", "InsertPicture",
+                                   "InsertLink", "EditFind", "ViewZoomIn", "ViewZoomOut", "FilePrintPreview"})
+                bar->showCommand(window.commands()->command(QLatin1String(id)), -1);
+            QTimer::singleShot(300, bar, [bar] { bar->showQuickPanel(); });
         }
     } else if (state == QLatin1String("table")) {
         window.editor()->moveCursor(QTextCursor::End);
@@ -159,7 +184,7 @@ int main(int argc, char** argv)
     parser.addOption(width);
     QCommandLineOption state(QStringLiteral("screenshot-state"),
                              QStringLiteral("Before the picture: \"collapsed\", \"popup\", \"table\", \"tabN\", "
-                                            "\"keytips\", \"keytips2\" or \"tip\"."),
+                                            "\"keytips\", \"keytips2\", \"keytipsF\", \"tip\", \"filemenu\" or \"quickbar\"."),
                              QStringLiteral("state"));
     parser.addOption(state);
     parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Text files to open, each in a tab."),
@@ -209,10 +234,15 @@ int main(int argc, char** argv)
             QTimer::singleShot(800, &window, [&window, out, shotState] {
                 // A popped-up ribbon floats in a window of its own: take the screen there.
                 const bool floating = shotState == QLatin1String("popup") || shotState == QLatin1String("tip")
+                    || shotState == QLatin1String("filemenu") || shotState == QLatin1String("quickbar")
                     || shotState.startsWith(QLatin1String("keytips"));
+                // The window and whatever floats over or beside it.
+                QRect area = window.frameGeometry();
+                for (QWidget* top : QApplication::topLevelWidgets())
+                    if (top != &window && top->isVisible())
+                        area |= top->frameGeometry();
                 const QPixmap picture = floating && window.screen()
-                    ? window.screen()->grabWindow(0, window.x(), window.y(), window.frameGeometry().width(),
-                                                  window.frameGeometry().height())
+                    ? window.screen()->grabWindow(0, area.x(), area.y(), area.width(), area.height())
                     : window.grab();
                 const bool ok = picture.save(out);
                 std::printf("%s %s\n", ok ? "screenshot saved to" : "could not save", qPrintable(out));

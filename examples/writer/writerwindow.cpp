@@ -18,6 +18,7 @@
 
 #include "writerdocuments.h"
 #include "writerdocumentsetup.h"
+#include "writerfilemenu.h"
 #include "writerpanels.h"
 #include "writerribbon.h"
 #include "writertips.h"
@@ -100,6 +101,7 @@ void WriterWindow::bindCommands()
     m_documents->bindCommands();
     m_documentSetup = new WriterDocumentSetup(this);
     m_ribbonActions = new WriterRibbonActions(this);
+    m_fileMenu = new WriterFileMenu(this);
     new WriterTips(this);
 
     // The format toggles show the format at the cursor.

@@ -8,6 +8,7 @@ class QTextEdit;
 class KCommand;
 class WriterDocumentSetup;
 class WriterDocuments;
+class WriterFileMenu;
 class WriterRibbonActions;
 
 /**
@@ -32,6 +33,8 @@ public:
     WriterDocuments* documents() const { return m_documents; }
     /// The editor's actions behind the ribbon; made by bindCommands().
     WriterRibbonActions* ribbonActions() const { return m_ribbonActions; }
+    /// Print preview, close and exit, and the user's quick access bar; made by bindCommands().
+    WriterFileMenu* fileMenu() const { return m_fileMenu; }
     /// The file of the document that became current (empty for an unsaved one).
     void setCurrentPath(const QString& path);
 
@@ -63,6 +66,7 @@ private:
     WriterDocumentSetup* m_documentSetup = nullptr;
     WriterDocuments* m_documents = nullptr;
     WriterRibbonActions* m_ribbonActions = nullptr;
+    WriterFileMenu* m_fileMenu = nullptr;
 };
 
 #endif // WRITERWINDOW_H

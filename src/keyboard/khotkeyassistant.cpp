@@ -628,11 +628,12 @@ bool KHotKeyAssistant::eventFilter(QObject* watched, QEvent* e)
             exit(-1);
         break;
     case QEvent::WindowStateChange: {
-        // Only a real change: the X platform also reports a state that stayed what it was
-        // (a window manager's property write, or none at all under a bare X server).
+        // Only a real change of a window: the X platform also reports a state that stayed
+        // what it was (a window manager's property write, or none at all under a bare X
+        // server), and a maximized document of an MDI area reports one on every resize.
         auto* widget = qobject_cast<QWidget*>(watched);
         const auto* change = static_cast<QWindowStateChangeEvent*>(e);
-        if (isRunning() && widget && change->oldState() != widget->windowState())
+        if (isRunning() && widget && widget->isWindow() && change->oldState() != widget->windowState())
             exit(-1);
         break;
     }

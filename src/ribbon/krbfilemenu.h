@@ -6,13 +6,13 @@
 #include <QWidget>
 
 #include <kmenuwidget.h>
+#include <krbfilemenucommand.h>
 #include <krbrecentfilepage.h>
 #include <ktoolbutton.h>
 #include <norvikofficeui_export.h>
 
 class QHBoxLayout;
 class QVBoxLayout;
-class KRbFileMenuCommand;
 class KRbRecentFilePage;
 
 /// The file menu's list of file commands, on a lit background, beside the recent page.

@@ -20,6 +20,8 @@
 #include <kseparatorcommand.h>
 #include <ktoolbutton.h>
 
+#include "krbpictures_p.h"
+
 namespace {
 const int kArrowWidth = 15;
 const int kBarHeight = 22;
@@ -73,10 +75,10 @@ KRbQuickToolbarPanel::KRbQuickToolbarPanel(QWidget* parent)
     row->setContentsMargins(2, 2, 2, 2);
     row->setSpacing(0);
     m_leftButton = new KToolButton(m_content);
-    m_leftButton->setIcon(QIcon(QStringLiteral(":/icons/24x24/rb_more_left.PNG")));
+    m_leftButton->setIcon(KRbPictures::icon(QStringLiteral("rb_more_left"), this));
     m_leftButton->setFixedWidth(16);
     m_rightButton = new KToolButton(m_content);
-    m_rightButton->setIcon(QIcon(QStringLiteral(":/icons/24x24/rb_more_right.PNG")));
+    m_rightButton->setIcon(KRbPictures::icon(QStringLiteral("rb_more_right"), this));
     m_rightButton->setFixedWidth(16);
     m_commandLayout = new QHBoxLayout;
     m_commandLayout->setContentsMargins(0, 0, 0, 0);
@@ -228,7 +230,7 @@ void KRbQuickToolbar::onCommandConnected()
 
 void KRbQuickToolbar::onCommandInserted(int index, KCommand* sub)
 {
-    if (!sub || _indexOf(sub) >= 0 && !KSeparatorCommand::isSeparator(sub))
+    if (!sub || (_indexOf(sub) >= 0 && !KSeparatorCommand::isSeparator(sub)))
         return;
     _insertElement(qBound(0, index, int(m_elements.size())), sub, true);
     renderWidgets();

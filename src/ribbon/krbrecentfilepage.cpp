@@ -17,6 +17,8 @@
 #include <krecentfilepagecommand.h>
 #include <ktriggercommand.h>
 
+#include "krbpictures_p.h"
+
 // --- pin, cross, items ---
 
 KFilePageFixedButton::KFilePageFixedButton(KFilePageListWidgetItem* item, QWidget* parent)
@@ -24,8 +26,8 @@ KFilePageFixedButton::KFilePageFixedButton(KFilePageListWidgetItem* item, QWidge
     , m_item(item)
 {
     setButtonStyle(StyleIcon);
-    setIcon(QIcon::fromTheme(item && item->isFixed() ? QStringLiteral("filepagefixed")
-                                                      : QStringLiteral("filepageunfixed")));
+    setIcon(KRbPictures::icon(item && item->isFixed() ? QStringLiteral("filepagefixed") : QStringLiteral("filepageunfixed"),
+                              this));
     setToolTip(item && item->isFixed() ? tr("Unfixed From The Listing") : tr("Fixed To The Listing"));
     connect(this, &KToolButton::LButtonClicked, this, &KFilePageFixedButton::onClicked);
 }
@@ -52,7 +54,7 @@ KFilePageCloseButton::KFilePageCloseButton(QWidget* parent)
 {
     setButtonStyle(StyleIcon);
     setToolTip(tr("Clear record from list"));
-    setIcon(QIcon::fromTheme(QStringLiteral("DeleteRecordNormal")));
+    setIcon(KRbPictures::icon(QStringLiteral("DeleteRecordNormal"), this));
     connect(this, &KToolButton::LButtonClicked, this, [this]() {
         if (m_item)
             Q_EMIT onItemRemoved(m_item);
@@ -61,13 +63,13 @@ KFilePageCloseButton::KFilePageCloseButton(QWidget* parent)
 
 void KFilePageCloseButton::enterEvent(QEnterEvent* e)
 {
-    setIcon(QIcon::fromTheme(QStringLiteral("DeleteRecord")));
+    setIcon(KRbPictures::icon(QStringLiteral("DeleteRecord"), this));
     KToolButton::enterEvent(e);
 }
 
 void KFilePageCloseButton::leaveEvent(QEvent* e)
 {
-    setIcon(QIcon::fromTheme(QStringLiteral("DeleteRecordNormal")));
+    setIcon(KRbPictures::icon(QStringLiteral("DeleteRecordNormal"), this));
     KToolButton::leaveEvent(e);
 }
 
@@ -626,8 +628,9 @@ bool KRbRecentFilePage::event(QEvent* e)
             const QRect row = m_list->visualItemRect(item);
             if (row.bottom() < 0 || row.bottom() >= m_list->viewport()->height())
                 continue;
-            QPoint pos = KDrawHelpFunc::getHotKeyShowPos(m_list->viewport(), row.size(), 4, 0);
-            pos = KDrawHelpFunc::modifyHotkeyPos(pos + row.topLeft(), row.size(), 4, 2, 0);
+            // The number sits on the row's icon, at its lower right.
+            const QPoint origin = m_list->viewport()->mapTo(window(), row.topLeft());
+            const QPoint pos = KDrawHelpFunc::modifyHotkeyPos(origin, QSize(row.height(), row.height()), 4, 2, 0);
             collect->addHotKey(pos, QString(), this, isEnabled(), QVariant::fromValue(static_cast<void*>(item)));
         }
         collect->useAutoIndex = autoIndex;

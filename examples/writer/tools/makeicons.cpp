@@ -169,6 +169,11 @@ const QList<QPair<const char*, std::function<void(QPainter&)>>>& pictures()
              p.setBrush(QColor(0xe8, 0xa3, 0x17));
              p.drawEllipse(QPointF(22, 11), 3, 3);
          }},
+        {"document-close", [](QPainter& p) {
+             page(p, QRectF(5, 2, 18, 25));
+             lines(p, 8, 8, 12, 3, 5);
+             cross(p, QPointF(23, 24));
+         }},
         {"insert-page-break", [](QPainter& p) {
              page(p, QRectF(6, 1, 20, 11));
              page(p, QRectF(6, 20, 20, 11));
