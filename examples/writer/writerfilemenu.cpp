@@ -200,17 +200,19 @@ WriterFileMenu::WriterFileMenu(WriterWindow* window)
                 [](const QString& folder) { QDesktopServices::openUrl(QUrl::fromLocalFile(folder)); });
     }
 
+    KRbQuickToolbar* bar = nullptr;
     if (KRbTabWidget* ribbon = m_window->headerBar())
-        m_quickBar = ribbon->tabBar()->findChild<KRbQuickToolbar*>();
-    if (!m_quickBar)
+        bar = ribbon->tabBar()->findChild<KRbQuickToolbar*>();
+    if (!bar)
         return;
-    m_quickBar->setCustomizable(true);
+    m_quickBarObject = bar;
+    bar->setCustomizable(true);
     _restoreQuickBar();
-    connect(m_quickBar.data(), &KRbQuickToolbar::cmdOnTbChanged, this, [this] {
+    connect(bar, &KRbQuickToolbar::cmdOnTbChanged, this, [this] {
         if (!m_restoring)
             _saveQuickBar();
     });
-    m_quickBar->installEventFilter(this);
+    bar->installEventFilter(this);
     // Ribbon controls live in pages made on demand, some in popups of their own: the
     // application's filter sees them all.
     qApp->installEventFilter(this);
@@ -223,7 +225,7 @@ WriterFileMenu::~WriterFileMenu()
 
 KRbQuickToolbar* WriterFileMenu::quickBar() const
 {
-    return m_quickBar.data();
+    return qobject_cast<KRbQuickToolbar*>(m_quickBarObject.data());
 }
 
 KCommand* WriterFileMenu::_command(const QString& id) const
@@ -247,11 +249,11 @@ void WriterFileMenu::_printPreview()
 QStringList WriterFileMenu::quickBarIds() const
 {
     QStringList ids;
-    if (!m_quickBar)
+    if (!quickBar())
         return ids;
-    for (int i = 0; i < m_quickBar->elementCount(); ++i) {
-        KCommand* cmd = m_quickBar->elementCommand(i);
-        if (m_quickBar->isElementShown(i) && cmd && !KSeparatorCommand::isSeparator(cmd))
+    for (int i = 0; i < quickBar()->elementCount(); ++i) {
+        KCommand* cmd = quickBar()->elementCommand(i);
+        if (quickBar()->isElementShown(i) && cmd && !KSeparatorCommand::isSeparator(cmd))
             ids.append(cmd->property("id").toString());
     }
     return ids;
@@ -274,24 +276,24 @@ void WriterFileMenu::_restoreQuickBar()
             qWarning("Quick access bar: the saved command %s is no longer known.", qPrintable(id));
     }
     m_restoring = true;
-    m_quickBar->resetCommands(commands);
+    quickBar()->resetCommands(commands);
     m_restoring = false;
 }
 
 bool WriterFileMenu::addToQuickBar(KCommand* command, int pos)
 {
-    if (!m_quickBar || !command || command->property("id").toString().isEmpty())
+    if (!quickBar() || !command || command->property("id").toString().isEmpty())
         return false;
-    int index = m_quickBar->toElementPos(pos);
+    int index = quickBar()->toElementPos(pos);
     // An entry already on the bar leaves its place before it takes the new one.
-    for (int i = 0; i < m_quickBar->elementCount() && index > 0; ++i) {
-        if (m_quickBar->elementCommand(i) == command) {
+    for (int i = 0; i < quickBar()->elementCount() && index > 0; ++i) {
+        if (quickBar()->elementCommand(i) == command) {
             if (i < index)
                 --index;
             break;
         }
     }
-    m_quickBar->showCommand(command, index);
+    quickBar()->showCommand(command, index);
     return true;
 }
 
@@ -333,7 +335,7 @@ bool WriterFileMenu::_dropOnQuickBar(QEvent* e)
     // Before the first shown entry whose middle lies right of the drop.
     const int x = drop->position().toPoint().x();
     int pos = -1;
-    const QList<QWidget*> shown = m_quickBar->barWidgets();
+    const QList<QWidget*> shown = quickBar()->barWidgets();
     for (int i = 0; i < shown.size(); ++i) {
         if (shown.at(i)->geometry().center().x() > x) {
             pos = i;
@@ -348,7 +350,7 @@ bool WriterFileMenu::_dropOnQuickBar(QEvent* e)
 void WriterFileMenu::_ribbonContextMenu(QWidget* widget, const QPoint& globalPos)
 {
     KCommand* cmd = ribbonCommandOf(widget);
-    if (!cmd || !m_quickBar)
+    if (!cmd || !quickBar())
         return;
     auto* menu = new QMenu(widget);
     menu->setAttribute(Qt::WA_DeleteOnClose);
@@ -376,7 +378,7 @@ void WriterFileMenu::_startDrag(QWidget* widget)
 
 bool WriterFileMenu::eventFilter(QObject* watched, QEvent* e)
 {
-    if (watched == m_quickBar.data()) {
+    if (watched == m_quickBarObject.data()) {
         if (e->type() == QEvent::Drop)
             return _dropOnQuickBar(e);
         return false;

@@ -88,7 +88,9 @@ private:
     void _startDrag(QWidget* widget);
 
     WriterWindow* m_window;
-    QPointer<KRbQuickToolbar> m_quickBar;
+    // Held as a plain object: the bar's own destruction is seen by the filter, and the
+    // filter must not cast an object that is half gone.
+    QPointer<QObject> m_quickBarObject;
     QPointer<QWidget> m_pressed;
     QPoint m_pressPos;
     bool m_restoring = false;

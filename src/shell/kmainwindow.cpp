@@ -1,5 +1,7 @@
 #include "kmainwindow.h"
 
+#include <kmenubar.h>
+
 #include <QApplication>
 #include <QDockWidget>
 #include <QHBoxLayout>
@@ -98,6 +100,9 @@ KMainWindow::KMainWindow(QWidget* parent)
 
 KMainWindow::~KMainWindow()
 {
+    // Documents closing with the window change the area's state: nobody here listens then.
+    if (QWidget* central = centralWidget())
+        disconnect(central, nullptr, this, nullptr);
     _teardownKeyboard();
     if (KApplication* app = KApplication::instance())
         app->removeMainWindow(this);
@@ -145,6 +150,7 @@ void KMainWindow::polishXml()
 
 void KMainWindow::_resetXml()
 {
+    removeMenuBar();
     for (KToolBar* bar : std::as_const(m_toolBars))
         bar->deleteLater();
     m_toolBars.clear();
@@ -331,11 +337,94 @@ void KMainWindow::updateCommandBarProtection(KCommand* cmd)
 
 // --- central widget and docks ---
 
+void KMainWindow::setMenuBar(KDragMenuBar* bar)
+{
+    if (bar == m_menuBar)
+        return;
+    removeMenuBar();
+    m_menuBar = bar;
+    if (!bar)
+        return;
+    // The menu bar stands in a row of its own above every tool bar of the top area.
+    KToolBar* firstTop = nullptr;
+    for (KToolBar* tool : std::as_const(m_toolBars)) {
+        if (!tool->isFloating() && m_dockArea->toolBarArea(tool) == Qt::TopToolBarArea) {
+            firstTop = tool;
+            break;
+        }
+    }
+    if (firstTop) {
+        m_dockArea->insertToolBar(firstTop, bar);
+        m_dockArea->insertToolBarBreak(firstTop);
+    } else {
+        m_dockArea->addToolBar(Qt::TopToolBarArea, bar);
+    }
+    Q_EMIT menuBarCreated();
+    Q_EMIT addToolBarSignal(bar);
+    if (auto* area = qobject_cast<KMdiArea*>(centralWidget()))
+        initializeMdiMenuBar(area);
+}
+
+void KMainWindow::removeMenuBar()
+{
+    KDragMenuBar* bar = m_menuBar.data();
+    if (!bar)
+        return;
+    m_menuBar = nullptr;
+    m_dockArea->removeToolBar(bar);
+    bar->hide();
+    bar->deleteLater();
+}
+
+KDragMenuBar* KMainWindow::setCustomMenuBar(bool custom)
+{
+    if (m_headerBar)
+        return nullptr; // a ribbon window has no menu bar
+    if (KDragMenuBar* old = m_customMenuBar.data()) {
+        m_customMenuBar = nullptr;
+        m_dockArea->removeToolBar(old);
+        old->hide();
+        old->deleteLater();
+    }
+    if (custom) {
+        KDragMenuBar* bar = m_menuBar.data();
+        if (!bar)
+            return nullptr;
+        m_dockArea->addToolBar(Qt::TopToolBarArea, bar);
+        bar->show();
+        Q_EMIT addToolBarSignal(bar);
+        return bar;
+    }
+    if (m_menuBar)
+        m_menuBar->hide();
+    KCommand* command = m_commands->customCommand(QStringLiteral("KListCommand"), this, m_commands);
+    auto* bar = new KDragMenuBar(command, this);
+    m_customMenuBar = bar;
+    m_dockArea->addToolBar(Qt::TopToolBarArea, bar);
+    bar->show();
+    Q_EMIT addToolBarSignal(bar);
+    return bar;
+}
+
+void KMainWindow::initializeMdiMenuBar(KMdiArea* area)
+{
+    if (!m_menuBar || !area)
+        return;
+    m_menuBar->menuBar()->initializeMdi(area);
+}
+
+void KMainWindow::updateMenubar()
+{
+    if (m_menuBar)
+        m_menuBar->menuBar()->updateMdi();
+}
+
 void KMainWindow::setCentralWidget(QWidget* widget)
 {
     m_dockArea->setCentralWidget(widget);
     if (auto* area = qobject_cast<KMdiArea*>(widget)) {
         connect(area, &KMdiArea::statusChanged, this, &KMainWindow::mdiStatusChanged, Qt::UniqueConnection);
+        initializeMdiMenuBar(area);
         Q_EMIT mdiStatusChanged(area);
     }
 }

@@ -12,6 +12,7 @@
 #include <QWidget>
 
 #include <kdomdocument.h>
+#include <kdragmenubar.h>
 #include <krbtabwidget.h>
 #include <kmdiarea.h>
 #include <khotkeyevent.h>
@@ -112,6 +113,24 @@ public:
     /// The widths of the frame the window paints itself; -1 for none (the default).
     void setCustomFrameStruct(int left, int top, int right, int bottom);
     QMargins customFrameStruct() const { return m_customFrame; }
+
+    // --- classic menu bar ---
+    /**
+     * Puts bar (the classic menu bar) at the top of the dock area, taking it over; the menu
+     * bar there before is hidden and deleted later. Null only removes the one there is.
+     */
+    virtual void setMenuBar(KDragMenuBar* bar);
+    KDragMenuBar* menuBar() const { return m_menuBar.data(); }
+    void removeMenuBar();
+    /**
+     * The user's own menu bar in place of the description's (false), or the description's
+     * back (true). Returns the bar now shown; null for a window with a ribbon, which has none.
+     */
+    KDragMenuBar* setCustomMenuBar(bool custom);
+    /// The system menu and window buttons of a maximised document of area join the menu bar.
+    void initializeMdiMenuBar(KMdiArea* area);
+    /// The menu bar follows the MDI area's current document.
+    void updateMenubar();
 
     // --- status bar ---
     /**
@@ -267,6 +286,8 @@ private:
 
     QVBoxLayout* m_outerLayout = nullptr;
     QPointer<KRbTabWidget> m_headerBar;
+    QPointer<KDragMenuBar> m_menuBar;
+    QPointer<KDragMenuBar> m_customMenuBar;
     QMargins m_customFrame = QMargins(-1, -1, -1, -1);
     QPointer<QWidget> m_rbToolBarWidget;
     QPointer<QWidget> m_statusBar; // a KStatusBar

@@ -78,6 +78,10 @@ bool KMainWindow::_hotKeyEvent(QEvent* e)
             QCoreApplication::sendEvent(header, e);
             return true;
         }
+        if (KDragMenuBar* bar = menuBar(); bar && bar->isVisible()) {
+            QCoreApplication::sendEvent(bar, e);
+            return true;
+        }
         // The bars in the order of the pool, so that automatic numbers are stable.
         const QSet<KToolBar*> visible = currentVisibleBars();
         for (KToolBar* bar : std::as_const(m_toolBars)) {
@@ -91,5 +95,9 @@ bool KMainWindow::_hotKeyEvent(QEvent* e)
         QCoreApplication::sendEvent(headerBar(), e);
         return true;
     }
-    return false; // no classic menu bar to ask
+    if (KDragMenuBar* bar = menuBar()) {
+        QCoreApplication::sendEvent(bar, e);
+        return true;
+    }
+    return false;
 }

@@ -955,6 +955,11 @@ bool KMdiArea::eventFilter(QObject* object, QEvent* event)
                 m_arrangement = RearrangeNone;
         }
         break;
+    case QEvent::WindowStateChange:
+        // Maximised, restored, minimised: whatever shows the current document's state follows.
+        if (subWindow)
+            Q_EMIT statusChanged(this);
+        break;
     case QEvent::ShowToParent:
     case QEvent::HideToParent:
         if (subWindow) {

@@ -7,6 +7,7 @@
 #include "kcommandbarprop.h"
 #include "kcommands.h"
 #include "klistcommand.h"
+#include "kdragmenubar.h"
 #include "kmainwindow.h"
 #include "kshortcuts.h"
 #include "krbtabwidget.h"
@@ -81,8 +82,7 @@ bool KUiXmlParaser::_ParseMainwindowEle(KMainWindow* window, const KDomElement& 
             if (window->shortcuts())
                 window->shortcuts()->setupXml(child, shield);
         } else if (tag == QLatin1String("menubar")) {
-            // The classic menu bar is not built by this version of the framework yet; it is
-            // passed over quietly so that one description serves this version and later ones.
+            _ParseMenuBarEle(child, window);
         } else if (shield) {
             continue; // a reduced window passes over everything else without a word
         } else if (tag == QLatin1String("dock")) {
@@ -125,6 +125,29 @@ void KUiXmlParaser::_ParseToolBarEle(const KDomElement& element, KMainWindow* wi
         window->insertToolBarBreak(bar);
     bar->setFloating(floating);
     bar->setClosable(closable);
+}
+
+void KUiXmlParaser::_ParseMenuBarEle(const KDomElement& element, KMainWindow* window)
+{
+    KCommand* command = barCommand(element, window, "menubar no command given.");
+    if (!command)
+        return;
+    const QString id = element.attribute(QStringLiteral("cmd"));
+    {
+        KCommandBarProp props(command, window);
+        props.setType(KCommandBarProp::MenuBarType);
+        nameBar(props, id);
+        props.setPosition(KCommandBarProp::PosTop);
+    }
+    // The bar connects to its entries as it is made: the command shows meanwhile.
+    const bool visible = command->isVisible();
+    command->setVisible(true);
+    auto* bar = new KDragMenuBar(command, window);
+    command->setVisible(visible);
+    bar->setProperty("cmd", id);
+    window->setMenuBar(bar);
+    if (!visible)
+        bar->hide();
 }
 
 void KUiXmlParaser::_ParseKRbWidgetEle(const KDomElement& element, KMainWindow* window)

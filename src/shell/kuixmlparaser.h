@@ -22,6 +22,7 @@ private:
     void _ParsePopupMenuEle(const KDomElement& element, KMainWindow* window);
     void _ParseToolBarEle(const KDomElement& element, KMainWindow* window);
     void _ParseDockEle(const KDomElement& element, KMainWindow* window);
+    void _ParseMenuBarEle(const KDomElement& element, KMainWindow* window);
     void _ParseKRbWidgetEle(const KDomElement& element, KMainWindow* window);
     void _ParseStatusBar(const KDomElement& element, KMainWindow* window);
     void _ParseQuicktool(const KDomElement& element, KMainWindow* window);

@@ -174,7 +174,7 @@ void tst_KRbFileMenu::leftMenuOpensSubmenusBesideThePanelAfterARest()
     QTRY_COMPARE_WITH_TIMEOUT(left->popupItem(), left->itemAt(1), 1000);
     auto* submenu = dynamic_cast<KMenuWidgetPopupItem*>(left->itemAt(1));
     QVERIFY(submenu);
-    KPopupWidget* popup = submenu->popupWidget();
+    QPointer<KPopupWidget> popup = submenu->popupWidget(); // it goes once it closes
     QVERIFY(popup);
     QTRY_VERIFY(popup->isVisible());
     // Beside the whole menu, level with its top, not with the row.
@@ -185,7 +185,7 @@ void tst_KRbFileMenu::leftMenuOpensSubmenusBesideThePanelAfterARest()
     QTest::mouseMove(left, left->itemAt(2)->geometry().center());
     QVERIFY(popup->isVisible());
     QTRY_VERIFY_WITH_TIMEOUT(!left->popupItem(), 400);
-    QVERIFY(!popup->isVisible());
+    QVERIFY(!popup || !popup->isVisible());
 }
 
 void tst_KRbFileMenu::arrowKeysCrossBetweenMenuAndPage()
