@@ -11,6 +11,7 @@
 //                                        "table" (the cursor in a table: the Table tab shows),
 //                                        "filemenu" (the file menu open), "quickbar" (the
 //                                        quick access bar overflowing, its panel open),
+//                                        "menu" (with --classic: the Format menu open),
 //                                        "tabN" (the N-th tab current, from 0), "keytips" (Alt
 //                                        tapped), "keytips2" (then H: the Home tab's keys),
 //                                        "keytipsF" (then F: the file menu's keys) or
@@ -35,6 +36,7 @@
 #include <kcommand.h>
 #include <kcommands.h>
 #include <ktoolbutton.h>
+#include <kmenubar.h>
 #include <krbquicktoolbar.h>
 #include <krbtabbar.h>
 #include <krbtabfilebutton.h>
@@ -129,6 +131,19 @@ void prepareScreenshotState(WriterWindow& window, const QString& state)
         // The file button pressed: the file menu drops down over the window.
         if (auto* button = ribbon->tabBar()->findChild<KRbTabFileButton*>())
             button->popupRainbowMenu();
+    } else if (!ribbon && state == QLatin1String("menu")) {
+        // The classic form's Format menu, opened by a press as the user's.
+        if (auto* bar = window.findChild<KMenuBar*>()) {
+            for (int i = 0; i < bar->count(); ++i) {
+                KMenuBarItem* item = bar->itemAt(i);
+                if (!item->command() || item->command()->property("id").toString() != QLatin1String("MenuFormat"))
+                    continue;
+                const QPointF centre = QRectF(item->geometry()).center();
+                QMouseEvent press(QEvent::MouseButtonPress, centre, bar->mapToGlobal(centre), Qt::LeftButton,
+                                  Qt::LeftButton, Qt::NoModifier);
+                QApplication::sendEvent(bar, &press);
+            }
+        }
     } else if (ribbon && state == QLatin1String("quickbar")) {
         // A bar fuller than its room, its overflow panel open. Shown for the picture only:
         // with the bar's signals blocked, the user's saved bar stays as it is.
@@ -184,7 +199,7 @@ int main(int argc, char** argv)
     parser.addOption(width);
     QCommandLineOption state(QStringLiteral("screenshot-state"),
                              QStringLiteral("Before the picture: \"collapsed\", \"popup\", \"table\", \"tabN\", "
-                                            "\"keytips\", \"keytips2\", \"keytipsF\", \"tip\", \"filemenu\" or \"quickbar\"."),
+                                            "\"keytips\", \"keytips2\", \"keytipsF\", \"tip\", \"filemenu\", \"quickbar\" or \"menu\" (classic form)."),
                              QStringLiteral("state"));
     parser.addOption(state);
     parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Text files to open, each in a tab."),
@@ -235,6 +250,7 @@ int main(int argc, char** argv)
                 // A popped-up ribbon floats in a window of its own: take the screen there.
                 const bool floating = shotState == QLatin1String("popup") || shotState == QLatin1String("tip")
                     || shotState == QLatin1String("filemenu") || shotState == QLatin1String("quickbar")
+                    || shotState == QLatin1String("menu")
                     || shotState.startsWith(QLatin1String("keytips"));
                 // The window and whatever floats over or beside it.
                 QRect area = window.frameGeometry();

@@ -19,6 +19,7 @@
 #include "writerdocuments.h"
 #include "writerdocumentsetup.h"
 #include "writerfilemenu.h"
+#include "writermenus.h"
 #include "writerpanels.h"
 #include "writerribbon.h"
 #include "writertips.h"
@@ -102,6 +103,7 @@ void WriterWindow::bindCommands()
     m_documentSetup = new WriterDocumentSetup(this);
     m_ribbonActions = new WriterRibbonActions(this);
     m_fileMenu = new WriterFileMenu(this);
+    new WriterMenuActions(this);
     new WriterTips(this);
 
     // The format toggles show the format at the cursor.

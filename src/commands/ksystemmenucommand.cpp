@@ -1,6 +1,7 @@
 #include "ksystemmenucommand.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QMdiSubWindow>
 #include <QStyle>
 
@@ -111,11 +112,18 @@ KSystemMenuCommand::~KSystemMenuCommand() = default;
 void KSystemMenuCommand::update()
 {
     QMdiSubWindow* window = KMdiCommandHelp::currentSubWindow(this);
-    QIcon icon = window ? window->windowIcon() : QIcon();
+    QIcon icon;
+    // A document of the framework's shows the picture of its kind of file, as its tab does.
+    if (auto* document = window ? qobject_cast<KSubWindow*>(window->widget()) : nullptr)
+        icon = document->iconForSuffix(QFileInfo(document->filePath()).completeSuffix());
+    if (icon.isNull() && window)
+        icon = window->windowIcon();
     if (icon.isNull()) {
         if (auto* area = qobject_cast<QWidget*>(host()))
             icon = area->window()->windowIcon();
     }
+    if (icon.isNull())
+        icon = QApplication::style()->standardIcon(QStyle::SP_FileIcon);
     if (icon.cacheKey() != this->icon().cacheKey())
         setIcon(icon);
     KListCommand::update();

@@ -358,6 +358,7 @@ void KMainWindow::setMenuBar(KDragMenuBar* bar)
         m_dockArea->insertToolBarBreak(firstTop);
     } else {
         m_dockArea->addToolBar(Qt::TopToolBarArea, bar);
+        m_dockArea->addToolBarBreak(Qt::TopToolBarArea); // the tool bars that come later
     }
     Q_EMIT menuBarCreated();
     Q_EMIT addToolBarSignal(bar);

@@ -864,6 +864,8 @@ void KMdiArea::cascadeSubWindows(bool init)
 
 void KMdiArea::maxSizeSubWindows()
 {
+    // Maximised documents are arranged no more: a later resize must not tile them again.
+    m_arrangement = RearrangeNone;
     for (QMdiSubWindow* w : m_area->subWindowList()) {
         if (!w->isHidden())
             w->showMaximized();

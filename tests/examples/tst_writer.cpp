@@ -9,13 +9,17 @@
 #include <kapptheme.h>
 #include <kcommands.h>
 #include <kcommandwrapaction.h>
+#include <kdragmenubar.h>
 #include <kdrawhelpfunc.h>
+#include <kmenubar.h>
+#include <ksystemmenucommand.h>
 #include <ksettings.h>
 #include <ktoolbar.h>
 #include <kmenuwidget.h>
 #include <kpopupwidget.h>
 #include <ktoolbutton.h>
 
+#include "writerdocuments.h"
 #include "writerpanels.h"
 #include "writerwindow.h"
 
@@ -37,6 +41,7 @@ private Q_SLOTS:
     void recentFilesSurviveARestart();
     void fullScreenToggles();
     void insertMenuThroughItsSubmenu();
+    void menuBarOffersTheRibbonsCommands();
 
 private:
     KCommand* cmd(const char* id) { return m_window->commands()->command(id); }
@@ -286,6 +291,65 @@ void tst_Writer::insertMenuThroughItsSubmenu()
     QTest::keyClick(symbols, Qt::Key_Return);
     QCOMPARE(editor()->toPlainText(), QString::fromUtf8("\u2014"));
     QVERIFY(!popup->isVisible());
+}
+
+void tst_Writer::menuBarOffersTheRibbonsCommands()
+{
+    KDragMenuBar* menuBar = m_window->menuBar();
+    QVERIFY(menuBar);
+    KMenuBar* bar = menuBar->menuBar();
+    // The documents are maximised: the system menu first, the window buttons last.
+    QStringList menus;
+    for (int i = 0; i < bar->count(); ++i) {
+        KMenuBarItem* item = bar->itemAt(i);
+        if (item->isVisible() && qobject_cast<KMenuBarItem*>(item)->metaObject() == &KMenuBarItem::staticMetaObject)
+            menus << item->command()->text();
+    }
+    QCOMPARE(menus, QStringList({"File", "Edit", "Insert", "Format", "View", "Window", "Help"}));
+    QVERIFY(qobject_cast<KSystemMenuBarItem*>(bar->itemAt(0))->isVisible());
+
+    // Every command on the ribbon's pages is in some menu (the ribbon's own collapse and
+    // the font size box aside), so the classic form loses nothing.
+    QSet<QString> inMenus;
+    std::function<void(KCommand*)> walk = [&](KCommand* c) {
+        for (int i = 0; c && i < c->count(); ++i) {
+            KCommand* sub = c->subCommand(i);
+            if (!sub)
+                continue;
+            inMenus.insert(sub->property("id").toString());
+            walk(sub);
+        }
+    };
+    walk(cmd("MainMenu"));
+    QStringList missing;
+    std::function<void(KCommand*)> ribbon = [&](KCommand* c) {
+        for (int i = 0; c && i < c->count(); ++i) {
+            KCommand* sub = c->subCommand(i);
+            if (!sub)
+                continue;
+            const QString id = sub->property("id").toString();
+            if (sub->count() > 0 && !inMenus.contains(id))
+                ribbon(sub);
+            else if (!id.isEmpty() && !inMenus.contains(id))
+                missing << id;
+        }
+    };
+    ribbon(cmd("Ribbon"));
+    missing.removeAll(QStringLiteral("FormatFontSize"));
+    missing.removeAll(QStringLiteral("RibbonCollapseToggle"));
+    QVERIFY2(missing.isEmpty(), qPrintable(missing.join(", ")));
+
+    // The Window menu arranges the documents, and the window items follow.
+    cmd("FileNew")->trigger();
+    cmd("WindowTileV")->trigger();
+    QTRY_VERIFY(!bar->itemAt(0)->isVisible());
+    cmd("WindowMaximize")->trigger();
+    QTRY_VERIFY(bar->itemAt(0)->isVisible());
+    const int before = m_window->documents()->pages().size();
+    cmd("WindowNext")->trigger();
+    m_window->documents()->currentPage()->document()->setModified(false);
+    bar->mdiCommands().last()->trigger(); // the close button of the bar
+    QCOMPARE(m_window->documents()->pages().size(), before - 1);
 }
 
 NORVIK_TEST_MAIN(tst_Writer)
