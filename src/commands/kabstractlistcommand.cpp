@@ -1,5 +1,7 @@
 #include "kabstractlistcommand.h"
 
+#include <kmenubutton.h>
+
 #include <QPointer>
 
 #include <kseparatorcommand.h>
@@ -69,32 +71,12 @@ void KAbstractListCommand::ensureSubCommandsLoaded()
 
 QWidget* KAbstractListCommand::createPocketWidget(QWidget* parent)
 {
-    auto* button = new KToolButton(parent);
+    auto* button = new KMenuButton(parent);
     button->setButtonStyle(KToolButton::StyleIcon | KToolButton::StyleText | KToolButton::StyleArrow);
     button->setDefaultCommand(this);
+    button->setTriggerAble(isTriggerable());
     if (m_hideArrowHint)
         button->setButtonStyle(button->buttonStyle() & ~KToolButton::StyleArrow);
-    QObject::connect(button, &KToolButton::LButtonClicked, button, [this, button] {
-        if (!m_popupEnabled || count() == 0)
-            return; // a list with no items opens nothing
-        // One popup per button, kept between openings: its menu follows the list's changes
-        // while hidden, so an opening only places and paints it.
-        auto* popup = button->findChild<KPopupWidget*>(QString(), Qt::FindDirectChildrenOnly);
-        if (!popup) {
-            popup = new KPopupWidget(button, Qt::Popup);
-            popup->setContentWidget(requestWidget(popup, KCommand::ExtendedPurpose));
-            const QPointer<KToolButton> guard(button);
-            QObject::connect(popup, &KPopupWidget::aboutToHide, button, [guard] {
-                if (guard)
-                    guard->setDown(false);
-            });
-        }
-        if (auto* menu = qobject_cast<KMenuWidget*>(popup->contentWidget()))
-            menu->clearStatus();
-        popup->clearSizeAttitude(); // the list may have grown or shrunk since
-        button->setDown(true);
-        popup->show(button, KPopupWidget::getWidgetGlobalBottomLeftPos(button));
-    });
     return button;
 }
 

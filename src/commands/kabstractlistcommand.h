@@ -33,9 +33,10 @@ public:
     bool isExtensible() const override;
 
     /**
-     * The button of the list in a bar: a KToolButton bound to the list, with the drop-down
-     * arrow unless hideArrowHint is set. A click opens the list's menu (its extended widget)
-     * in a popup under the button; a list with no items opens nothing.
+     * The button of the list in a bar: a KMenuButton bound to the list, with the drop-down
+     * arrow unless hideArrowHint is set, split when the list itself can be triggered. A press
+     * on its drop-down part opens the list's menu (its extended widget) under the button; a
+     * list with no items opens nothing.
      */
     QWidget* createPocketWidget(QWidget* parent) override;
     /// The list opens as a menu: a KMenuWidget on it.

@@ -1,5 +1,7 @@
 #include "kquickmenucommand.h"
 
+#include <kmenubutton.h>
+
 #include <kcommandfactory.h>
 #include <kseparatorcommand.h>
 
@@ -154,4 +156,15 @@ KCommand* KQuickMenuCommand::clone(QObject* host, QObject* parent)
     }
     copyProperties(copy);
     return copy;
+}
+
+QWidget* KQuickMenuCommand::createPocketWidget(QWidget* parent)
+{
+    auto* button = new KQuickMenuButton(parent);
+    button->setButtonStyle(KToolButton::StyleIcon | KToolButton::StyleText | KToolButton::StyleArrow);
+    button->setDefaultCommand(this);
+    button->setTriggerAble(isTriggerable());
+    if (hideArrowHint())
+        button->setButtonStyle(button->buttonStyle() & ~KToolButton::StyleArrow);
+    return button;
 }

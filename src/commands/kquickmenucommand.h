@@ -20,6 +20,8 @@ public:
     ~KQuickMenuCommand() override;
 
     bool isTriggerable() const override;
+    /// A KQuickMenuButton, made as a list's menu button is.
+    QWidget* createPocketWidget(QWidget* parent) override;
     KCommand* referenceCommand() const { return m_referenceCommand.data(); }
     void setReferenceCommand(KCommand* command);
 
