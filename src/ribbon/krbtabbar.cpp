@@ -190,6 +190,11 @@ void KRbTabBar::renderLayout()
         m_spaceLayout->insertWidget(0, m_spaceWidget);
         m_fileLayout->setContentsMargins(getFileButtonMarginsFromStyle());
     }
+    // The caption buttons stay last, at the far right.
+    if (QWidget* caption = m_captionWidget.data()) {
+        m_bottomLayout->removeWidget(caption);
+        m_bottomLayout->addWidget(caption, 0, Qt::AlignTop);
+    }
     m_mainLayout->invalidate();
     updateGeometry();
 }
@@ -217,6 +222,21 @@ void KRbTabBar::setDisableRightCorner()
     m_spaceWidget->hide();
     if (m_rightCorner)
         m_rightCorner->hide();
+}
+
+void KRbTabBar::setCaptionWidget(QWidget* widget)
+{
+    if (widget == m_captionWidget.data())
+        return;
+    if (QWidget* old = m_captionWidget.data())
+        m_bottomLayout->removeWidget(old);
+    m_captionWidget = widget;
+    if (widget) {
+        widget->setParent(this);
+        m_bottomLayout->addWidget(widget, 0, Qt::AlignTop);
+        widget->show();
+    }
+    updateGeometry();
 }
 
 void KRbTabBar::useSpaceWidget(bool show)

@@ -63,6 +63,10 @@ public:
 
     void setDisableRightCorner();
     void useSpaceWidget(bool show);
+    /// The window's caption buttons, at the far right of the tab row (null takes them away;
+    /// the widget is not owned).
+    void setCaptionWidget(QWidget* widget);
+    QWidget* captionWidget() const { return m_captionWidget.data(); }
     void onAeroEffectChanged(bool enable);
     /// Ends the title mode whatever the argument: the tabs, corner bar and file button return.
     void setTitleMode(bool on);
@@ -92,6 +96,7 @@ private:
     bool m_disableRightCorner = false;
     KRbTabWidgetCommand* m_command;
     QPointer<QWidget> m_rightCorner;
+    QPointer<QWidget> m_captionWidget;
     QWidget* m_spaceWidget;
     KRbHScrollWidget* m_scroll;
     QPointer<KRbTabFileButton> m_fileButton;

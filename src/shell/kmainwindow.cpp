@@ -1,6 +1,8 @@
 #include "kmainwindow.h"
 
 #include <kmenubar.h>
+#include <krbtabbar.h>
+#include <kwindowtitlebar.h>
 
 #include <QApplication>
 #include <QDockWidget>
@@ -336,6 +338,54 @@ void KMainWindow::updateCommandBarProtection(KCommand* cmd)
 }
 
 // --- central widget and docks ---
+
+void KMainWindow::setOwnFrame(bool on)
+{
+    if (m_ownFrame == on)
+        return;
+    m_ownFrame = on;
+    const bool shown = isVisible();
+    setWindowFlag(Qt::FramelessWindowHint, on);
+    if (on) {
+        m_captionButtons = new KWindowTitleButtonGroup(nullptr, this, this);
+        if (KMainWindowShadowBorder::isWanted(style()))
+            m_shadow = new KMainWindowShadowBorder(this);
+        _placeCaption();
+    } else {
+        delete m_captionButtons.data();
+        delete m_titleRow.data();
+        delete m_shadow.data();
+    }
+    if (shown)
+        show();
+}
+
+void KMainWindow::_placeCaption()
+{
+    KWindowTitleButtonGroup* buttons = m_captionButtons.data();
+    if (!m_ownFrame || !buttons)
+        return;
+    if (KRbTabWidget* ribbon = headerBar()) {
+        // The tab row is the title: the buttons at its right, its empty part the handle.
+        delete m_titleRow.data();
+        ribbon->tabBar()->setCaptionWidget(buttons);
+        (new KWindowMover(ribbon->tabBar()))->watch(ribbon->tabBar());
+        return;
+    }
+    if (!m_titleRow) {
+        auto* row = new QWidget(this);
+        row->setObjectName(QStringLiteral("KMainWindowTitleRow"));
+        auto* layout = new QHBoxLayout(row);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->setSpacing(0);
+        layout->addWidget(new KWindowTitleBar(nullptr, row), 1);
+        m_titleRow = row;
+        m_outerLayout->insertWidget(0, row);
+    }
+    buttons->setParent(m_titleRow);
+    static_cast<QHBoxLayout*>(m_titleRow->layout())->addWidget(buttons, 0, Qt::AlignTop);
+    buttons->show();
+}
 
 void KMainWindow::setMenuBar(KDragMenuBar* bar)
 {
@@ -674,6 +724,7 @@ void KMainWindow::setHeaderBar(KRbTabWidget* bar)
     connect(this, &KMainWindow::aeroEffectChanged, bar, &KRbTabWidget::onAeroEffectChanged);
     m_rbToolBarCommand = nullptr; // the add-on tab is the new ribbon's
     bar->show();
+    _placeCaption();
 }
 
 void KMainWindow::removeHeaderBar()

@@ -13,6 +13,8 @@
 
 #include <kdomdocument.h>
 #include <kdragmenubar.h>
+#include <kmainwindowshadowborder.h>
+#include <kwindowtitlebuttongroup.h>
 #include <krbtabwidget.h>
 #include <kmdiarea.h>
 #include <khotkeyevent.h>
@@ -113,6 +115,20 @@ public:
     /// The widths of the frame the window paints itself; -1 for none (the default).
     void setCustomFrameStruct(int left, int top, int right, int bottom);
     QMargins customFrameStruct() const { return m_customFrame; }
+
+    // --- the window's own frame ---
+    /**
+     * The window draws its own frame (true): no frame of the window manager's, the caption
+     * buttons at the right of the ribbon's tab row (or, without a ribbon, in a title row of
+     * their own above the bars), a title that moves the window, and with the 2013 look a
+     * shadow border to resize it by.
+     */
+    void setOwnFrame(bool on);
+    bool hasOwnFrame() const { return m_ownFrame; }
+    KWindowTitleButtonGroup* captionButtons() const { return m_captionButtons.data(); }
+    /// The title row of a window without a ribbon; null otherwise.
+    QWidget* titleRow() const { return m_titleRow.data(); }
+    KMainWindowShadowBorder* shadowBorder() const { return m_shadow.data(); }
 
     // --- classic menu bar ---
     /**
@@ -287,6 +303,11 @@ private:
     QVBoxLayout* m_outerLayout = nullptr;
     QPointer<KRbTabWidget> m_headerBar;
     QPointer<KDragMenuBar> m_menuBar;
+    bool m_ownFrame = false;
+    QPointer<KWindowTitleButtonGroup> m_captionButtons;
+    QPointer<QWidget> m_titleRow;
+    QPointer<KMainWindowShadowBorder> m_shadow;
+    void _placeCaption();
     QPointer<KDragMenuBar> m_customMenuBar;
     QMargins m_customFrame = QMargins(-1, -1, -1, -1);
     QPointer<QWidget> m_rbToolBarWidget;

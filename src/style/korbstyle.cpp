@@ -1,4 +1,6 @@
 #include "korbstyle.h"
+
+#include <functional>
 #include "kstyleoptionhotkey.h"
 
 #include <QAbstractItemView>
@@ -779,17 +781,74 @@ void KORBStyle::drawComplexControl_KRbTabFileButton(const KStyleOptionRbTabFileB
 {
 }
 
-void KORBStyle::drawControl_KCloseButton(const KStyleOptionWindowTitleButton*, QPainter*, const QWidget*) const
+namespace {
+
+// The face of a caption button: a tint while hovered or pressed (the close button's own
+// tint when given), then the glyph in the title's text colour.
+void captionButtonFace(const KStyleOptionWindowTitleButton* option, QPainter* painter, bool close,
+                       const std::function<void(QPainter*, const QRectF&)>& glyph)
 {
+    const bool pressed = option->state & QStyle::State_Sunken;
+    const bool hovered = option->state & QStyle::State_MouseOver;
+    const bool enabled = option->state & QStyle::State_Enabled;
+    painter->save();
+    QColor text = themeOr("KWindowTitleButton", "glyph", option->palette.color(QPalette::WindowText));
+    if (enabled && (pressed || hovered)) {
+        QColor tint = option->palette.color(QPalette::Highlight);
+        tint.setAlpha(pressed ? 110 : 60);
+        const char* key = close ? (pressed ? "close-background-down" : "close-background-hover")
+                                : (pressed ? "background-down" : "background-hover");
+        tint = themeOr("KWindowTitleButton", key, tint);
+        painter->fillRect(option->rect, tint);
+        if (close)
+            text = themeOr("KWindowTitleButton", "close-glyph-hover", text);
+    }
+    if (!enabled || !option->isActiveWindow)
+        text = option->palette.color(QPalette::Disabled, QPalette::WindowText);
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(text, 1.0));
+    painter->setBrush(Qt::NoBrush);
+    const QRectF box(option->rect.center().x() - 4.5, option->rect.center().y() - 4.5, 10, 10);
+    glyph(painter, box);
+    painter->restore();
 }
 
-void KORBStyle::drawControl_KRestoreMaximizeButton(const KStyleOptionRestoreMaximizeButton*, QPainter*,
-                                                   const QWidget*) const
+} // namespace
+
+void KORBStyle::drawControl_KCloseButton(const KStyleOptionWindowTitleButton* option, QPainter* painter,
+                                         const QWidget*) const
 {
+    captionButtonFace(option, painter, true, [](QPainter* p, const QRectF& r) {
+        p->drawLine(r.topLeft(), r.bottomRight());
+        p->drawLine(r.bottomLeft(), r.topRight());
+    });
 }
 
-void KORBStyle::drawControl_KMinimizeButton(const KStyleOptionWindowTitleButton*, QPainter*, const QWidget*) const
+void KORBStyle::drawControl_KRestoreMaximizeButton(const KStyleOptionRestoreMaximizeButton* option,
+                                                   QPainter* painter, const QWidget*) const
 {
+    const bool maximized = option->isMaximized;
+    captionButtonFace(option, painter, false, [maximized](QPainter* p, const QRectF& r) {
+        if (!maximized) {
+            p->drawRect(r.adjusted(0.5, 0.5, -0.5, -0.5));
+            return;
+        }
+        // Two windows, the front one lower left.
+        const QRectF front = r.adjusted(0.5, 2.5, -2.5, -0.5);
+        p->drawRect(front);
+        p->drawPolyline(QPolygonF({QPointF(front.left() + 2, front.top()), QPointF(front.left() + 2, r.top() + 0.5),
+                                   QPointF(r.right() - 0.5, r.top() + 0.5), QPointF(r.right() - 0.5, front.bottom() - 2),
+                                   QPointF(front.right(), front.bottom() - 2)}));
+    });
+}
+
+void KORBStyle::drawControl_KMinimizeButton(const KStyleOptionWindowTitleButton* option, QPainter* painter,
+                                            const QWidget*) const
+{
+    captionButtonFace(option, painter, false, [](QPainter* p, const QRectF& r) {
+        const qreal y = r.center().y() + 0.5;
+        p->drawLine(QPointF(r.left(), y), QPointF(r.right(), y));
+    });
 }
 
 void KORBStyle::drawControl_KTabBarNewButton(const KStyleOptionTabBarNewButton*, QPainter*, const QWidget*) const
