@@ -2,12 +2,14 @@
 
 #include <QCompleter>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QPainter>
 #include <QStyleOptionComboBox>
 #include <QToolTip>
 
 #include <kapplication.h>
 #include <kcommand.h>
+#include <kcommandwidgetbridge.h>
 #include <kevent.h>
 #include <kpopupwidget.h>
 #include <kscrollgalleryview.h>
@@ -96,12 +98,15 @@ KGalleryComboBox::KGalleryComboBox(QWidget* parent, KGalleryViewBase::GalleryVie
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(this, &KGalleryComboBox::currentTextChanged, this, &KGalleryComboBox::_onCurrentTextChanged);
+    // The list sizes itself to its rows (and scrolls when long): a grip would only take room.
+    m_popup->setSizeGripType(KSizeGrip::NoGrip);
     connect(m_popup, &KPopupWidget::aboutToHide, this, &KGalleryComboBox::popupHide);
     setModel(new KGalleryAbstractModel(this), type);
 }
 
 KGalleryComboBox::~KGalleryComboBox()
 {
+    KCommandBridgeHelper::unregisterIdle(this);
     // The view lives in the popup; both go with the box, the view first.
     delete m_view.data();
 }
@@ -267,6 +272,10 @@ void KGalleryComboBox::setDefaultCommand(KCommand* command)
     if (command) {
         connect(command, &KCommand::changed, this, &KGalleryComboBox::syncCommand);
         connect(command, &QObject::destroyed, this, &KGalleryComboBox::syncCommand);
+        // The idle rounds keep the command, and through it the box, up to date.
+        KCommandBridgeHelper::registerIdle(this, true);
+    } else {
+        KCommandBridgeHelper::unregisterIdle(this);
     }
     syncCommand();
 }
@@ -379,6 +388,12 @@ void KGalleryComboBox::popup()
     view->setAttribute(Qt::WA_Resized, false);
     m_popup->setAttribute(Qt::WA_Resized, false);
     m_popup->clearSizeAttitude();
+    // Sizes cached by the layouts predate the elements added since.
+    view->updateGeometry();
+    if (QLayout* layout = view->layout())
+        layout->invalidate();
+    if (QLayout* layout = m_popup->layout())
+        layout->invalidate();
     const int current = currentIndex();
     m_popup->show(this, mapToGlobal(rect().bottomLeft() + QPoint(0, 1)));
     if (current >= 0)

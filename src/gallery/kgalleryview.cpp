@@ -249,6 +249,7 @@ void KGalleryView::renderWidgets()
     const bool resized = testAttribute(Qt::WA_Resized);
     const int w = qMax(resized ? width() : 400, minimumWidth());
     const bool fixedSize = m_model && m_model->isFixedSize();
+    const QSize hintBefore(m_maxWidth, m_contentHeight);
     int x = 0;
     int y = 0;
     int lineHeight = 0;
@@ -301,6 +302,9 @@ void KGalleryView::renderWidgets()
         setViewPort(m_maxViewPort);
     if (m_rowHeight != 0)
         m_step = m_rowHeight;
+    // Hidden or shown elements change the size the view asks for.
+    if (QSize(m_maxWidth, m_contentHeight) != hintBefore)
+        updateGeometry();
     update();
 }
 

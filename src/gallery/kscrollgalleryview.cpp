@@ -91,7 +91,13 @@ void KScrollGalleryView::updateScroll()
 QSize KScrollGalleryView::sizeHint() const
 {
     const QMargins m = margins();
-    m_view->setMinimumWidth(qMax(0, minimumWidth() - m.left() - m.right()));
+    const int minWidth = qMax(0, minimumWidth() - m.left() - m.right());
+    if (m_view->minimumWidth() != minWidth) {
+        m_view->setMinimumWidth(minWidth);
+        // The rows depend on the width: lay them out for the new one before measuring.
+        if (m_view->isReady())
+            m_view->renderWidgets();
+    }
     QSize hint = m_view->sizeHint().grownBy(m);
     if (m_scrollBar->isVisibleTo(this))
         hint.rwidth() += m_scrollBar->sizeHint().width();

@@ -2,6 +2,7 @@
 // each kind of entry does to the current colour.
 #include <ktestsupport.h>
 
+#include <QScrollBar>
 #include <QSignalSpy>
 
 #include <kcolorctrl.h>
@@ -130,6 +131,10 @@ void tst_KColorCtrl::colorCells()
     auto* scroll = qobject_cast<KScrollGalleryView*>(ctrl.view());
     QVERIFY(scroll);
     KGalleryView* view = scroll->view();
+    // The list opens at the size of its rows: nothing to scroll, no room left over.
+    QCOMPARE(view->maxViewPort(), 0);
+    QVERIFY(!scroll->scrollBar()->isVisible());
+    QCOMPARE(view->height(), view->contentHeight());
     // Eight cells a row: the ninth starts the second row under the first.
     const int first = ctrl.startInModel(ctrl.indexOfGroup(ctrl.getPaletteColors()));
     const QRect c0 = view->item(first)->gemetry();
