@@ -11,7 +11,10 @@
 //                                        "table" (the cursor in a table: the Table tab shows)
 //                                        "tabN" (the N-th tab current, from 0), "keytips" (Alt
 //                                        tapped), "keytips2" (then H: the Home tab's keys) or
-//                                        "tip" (the Bold button's rich tip)
+//                                        "tip" (the Bold button's rich tip), "styles" (a
+//                                        heading styled from the styles gallery), "stylespopup"
+//                                        (the full styles gallery open) or "colorpopup" (the
+//                                        font colour's list open)
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QKeyEvent>
@@ -27,6 +30,9 @@
 
 #include <kapplication.h>
 #include <kapptheme.h>
+#include <kcolorctrl.h>
+#include <kgallery.h>
+#include <kgallerycommand.h>
 
 #include <kcommand.h>
 #include <kcommands.h>
@@ -115,6 +121,28 @@ void prepareScreenshotState(WriterWindow& window, const QString& state)
             QApplication::sendEvent(button, &help);
             break;
         }
+    } else if (state == QLatin1String("styles") || state == QLatin1String("stylespopup")) {
+        // A heading made by the gallery, as a click on its cell makes it.
+        if (auto* styles = qobject_cast<KGalleryCommand*>(window.commands()->command(QStringLiteral("FormatStyles")))) {
+            window.editor()->moveCursor(QTextCursor::Start);
+            if (KGalleryAbstractModel* model = styles->dataSource()) {
+                model->fecthItems();
+                model->clickIndex(1);
+            }
+        }
+        if (state == QLatin1String("stylespopup")) {
+            for (KGalleryInline* band : window.findChildren<KGalleryInline*>()) {
+                if (band->isVisible())
+                    band->extendButtonClicked();
+            }
+        }
+    } else if (state == QLatin1String("colorpopup")) {
+        for (KColorCtrl* ctrl : window.findChildren<KColorCtrl*>()) {
+            if (ctrl->isVisible()) {
+                ctrl->popup();
+                break;
+            }
+        }
     } else if (state == QLatin1String("table")) {
         window.editor()->moveCursor(QTextCursor::End);
         window.editor()->append(QString());
@@ -159,7 +187,8 @@ int main(int argc, char** argv)
     parser.addOption(width);
     QCommandLineOption state(QStringLiteral("screenshot-state"),
                              QStringLiteral("Before the picture: \"collapsed\", \"popup\", \"table\", \"tabN\", "
-                                            "\"keytips\", \"keytips2\" or \"tip\"."),
+                                            "\"keytips\", \"keytips2\", \"tip\", \"styles\", \"stylespopup\" "
+                                            "or \"colorpopup\"."),
                              QStringLiteral("state"));
     parser.addOption(state);
     parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Text files to open, each in a tab."),
@@ -209,6 +238,7 @@ int main(int argc, char** argv)
             QTimer::singleShot(800, &window, [&window, out, shotState] {
                 // A popped-up ribbon floats in a window of its own: take the screen there.
                 const bool floating = shotState == QLatin1String("popup") || shotState == QLatin1String("tip")
+                    || shotState == QLatin1String("stylespopup") || shotState == QLatin1String("colorpopup")
                     || shotState.startsWith(QLatin1String("keytips"));
                 const QPixmap picture = floating && window.screen()
                     ? window.screen()->grabWindow(0, window.x(), window.y(), window.frameGeometry().width(),
