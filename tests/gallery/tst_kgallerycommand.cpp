@@ -89,6 +89,7 @@ private Q_SLOTS:
     void followsCommandEnabled();
     void modelChangesWhilePopupOpen();
     void modelDeletedBeforeWidgets();
+    void scrollButtonStates();
 };
 
 void tst_KGalleryCommand::factory()
@@ -334,6 +335,28 @@ void tst_KGalleryCommand::modelDeletedBeforeWidgets()
     QTest::mouseClick(band->view(), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
     band->downButtonClicked();
     band->grab();
+}
+
+void tst_KGalleryCommand::scrollButtonStates()
+{
+    KGalleryScrollButton up(KGalleryScrollButton::Up);
+    KGalleryScrollButton extend(KGalleryScrollButton::Extend);
+    QCOMPARE(up.getButtonStateProp(), QString());
+    up.setDown(true);
+    QCOMPARE(up.getButtonStateProp(), QStringLiteral("-down"));
+    up.setEnabled(false);
+    QCOMPARE(up.getButtonStateProp(), QStringLiteral("-disable"));
+    QCOMPARE(KGalleryScrollButton(7).buttonType(), int(KGalleryScrollButton::Extend));
+    // Up and extend draw different marks of the same size.
+    up.setEnabled(true);
+    up.setDown(false);
+    up.resize(up.sizeHint());
+    extend.resize(up.sizeHint());
+    const QImage a = up.grab().toImage();
+    const QImage b = extend.grab().toImage();
+    QCOMPARE(a.size(), b.size());
+    QVERIFY(a != b);
+    QVERIFY(KTestSupport::anyPixel(a, [&a](const QColor& c) { return c != a.pixelColor(0, 0); }));
 }
 
 NORVIK_TEST_MAIN(tst_KGalleryCommand)

@@ -7,6 +7,8 @@
 #include <QSignalSpy>
 
 #include <kevent.h>
+#include <khotkeyevent.h>
+#include <ktriggercommand.h>
 #include <kgalleryview.h>
 #include <kpopupwidget.h>
 #include <kscrollgalleryview.h>
@@ -28,6 +30,21 @@ QRect geometryOf(KGalleryView* view, int i)
 {
     return view->item(i)->gemetry();
 }
+
+// A cell that stands for a command, as the cells of a host's command gallery do.
+class CommandItem : public BoxItem
+{
+public:
+    CommandItem(KCommand* command, KGalleryAbstractModel* model)
+        : BoxItem(QSize(40, 30), model)
+        , m_command(command)
+    {
+    }
+    KCommand* command() const override { return m_command; }
+
+private:
+    KCommand* m_command;
+};
 
 } // namespace
 
@@ -54,6 +71,7 @@ private Q_SLOTS:
     void emptyModel();
     void scrollGalleryView();
     void fixedScrollGalleryView();
+    void keyTips();
 };
 
 void tst_KGalleryView::layoutAtWidths_data()
@@ -515,6 +533,49 @@ void tst_KGalleryView::fixedScrollGalleryView()
     QTest::keyClick(inner, Qt::Key_End);
     QCOMPARE(shielded.count(), 1);
     QCOMPARE(model.getHoveredIndex(), 0);
+}
+
+void tst_KGalleryView::keyTips()
+{
+    QObject host;
+    KTriggerCommand withKey(&host, nullptr);
+    withKey.setProperty("hotKey", QStringLiteral("Q"));
+    KTriggerCommand numbered(&host, nullptr);
+    numbered.setProperty("hotKey", QString());
+    KTriggerCommand withoutKey(&host, nullptr);
+    KGalleryAbstractModel model;
+    model.addElement(new BoxItem(QSize(40, 30), &model)); // no command: no label
+    model.addElement(new CommandItem(&withKey, &model));
+    model.addElement(new CommandItem(&withoutKey, &model)); // no "hotKey": no label
+    model.addElement(new CommandItem(&numbered, &model));
+    QScopedPointer<KGalleryView> view(makeView(&model, 200, 40));
+    view->show();
+    QVERIFY(QTest::qWaitForWindowExposed(view.data()));
+
+    KHotKeyCollectEvent collect;
+    QApplication::sendEvent(view.data(), &collect);
+    QCOMPARE(collect.messages.size(), 2);
+    QCOMPARE(collect.messages.at(0).key, QStringLiteral("Q"));
+    QCOMPARE(collect.messages.at(1).key, QStringLiteral("1")); // an empty key is numbered
+    QCOMPARE(collect.messages.at(0).target.data(), view.data());
+    QVERIFY(!collect.useAutoIndex); // left as it was found
+
+    // Firing a label clicks its cell.
+    QSignalSpy clicked(&model, &KGalleryAbstractModel::indexClicked);
+    KHotKeyTriggerEvent trigger;
+    trigger.message = &collect.messages[1];
+    QApplication::sendEvent(view.data(), &trigger);
+    QCOMPARE(trigger.result, 2);
+    QCOMPARE(clicked.count(), 1);
+    QCOMPARE(clicked.at(0).at(0).toInt(), 3);
+    // A shared key only moves the hover.
+    KHotKeyTriggerEvent select;
+    select.message = &collect.messages[0];
+    select.execute = false;
+    QApplication::sendEvent(view.data(), &select);
+    QCOMPARE(select.result, 3);
+    QCOMPARE(model.getHoveredIndex(), 1);
+    QCOMPARE(clicked.count(), 1);
 }
 
 NORVIK_TEST_MAIN(tst_KGalleryView)
