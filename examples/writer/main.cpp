@@ -14,8 +14,11 @@
 //                                        "menu" (with --classic: the Format menu open),
 //                                        "tabN" (the N-th tab current, from 0), "keytips" (Alt
 //                                        tapped), "keytips2" (then H: the Home tab's keys),
-//                                        "keytipsF" (then F: the file menu's keys) or
-//                                        "tip" (the Bold button's rich tip)
+//                                        "keytipsF" (then F: the file menu's keys), "tip" (the
+//                                        Bold button's rich tip), "styles" (a heading styled
+//                                        from the styles gallery), "stylespopup" (the full
+//                                        styles gallery open) or "colorpopup" (the font
+//                                        colour's list open)
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QKeyEvent>
@@ -32,6 +35,9 @@
 
 #include <kapplication.h>
 #include <kapptheme.h>
+#include <kcolorctrl.h>
+#include <kgallery.h>
+#include <kgallerycommand.h>
 
 #include <kcommand.h>
 #include <kcommands.h>
@@ -155,6 +161,28 @@ void prepareScreenshotState(WriterWindow& window, const QString& state)
                 bar->showCommand(window.commands()->command(QLatin1String(id)), -1);
             QTimer::singleShot(300, bar, [bar] { bar->showQuickPanel(); });
         }
+    } else if (state == QLatin1String("styles") || state == QLatin1String("stylespopup")) {
+        // A heading made by the gallery, as a click on its cell makes it.
+        if (auto* styles = qobject_cast<KGalleryCommand*>(window.commands()->command(QStringLiteral("FormatStyles")))) {
+            window.editor()->moveCursor(QTextCursor::Start);
+            if (KGalleryAbstractModel* model = styles->dataSource()) {
+                model->fecthItems();
+                model->clickIndex(1);
+            }
+        }
+        if (state == QLatin1String("stylespopup")) {
+            for (KGalleryInline* band : window.findChildren<KGalleryInline*>()) {
+                if (band->isVisible())
+                    band->extendButtonClicked();
+            }
+        }
+    } else if (state == QLatin1String("colorpopup")) {
+        for (KColorCtrl* ctrl : window.findChildren<KColorCtrl*>()) {
+            if (ctrl->isVisible()) {
+                ctrl->popup();
+                break;
+            }
+        }
     } else if (state == QLatin1String("table")) {
         window.editor()->moveCursor(QTextCursor::End);
         window.editor()->append(QString());
@@ -199,7 +227,8 @@ int main(int argc, char** argv)
     parser.addOption(width);
     QCommandLineOption state(QStringLiteral("screenshot-state"),
                              QStringLiteral("Before the picture: \"collapsed\", \"popup\", \"table\", \"tabN\", "
-                                            "\"keytips\", \"keytips2\", \"keytipsF\", \"tip\", \"filemenu\", \"quickbar\" or \"menu\" (classic form)."),
+                                            "\"keytips\", \"keytips2\", \"keytipsF\", \"tip\", \"filemenu\", \"quickbar\", "
+                                            "\"menu\" (classic form), \"styles\", \"stylespopup\" or \"colorpopup\"."),
                              QStringLiteral("state"));
     parser.addOption(state);
     parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Text files to open, each in a tab."),
@@ -250,7 +279,8 @@ int main(int argc, char** argv)
                 // A popped-up ribbon floats in a window of its own: take the screen there.
                 const bool floating = shotState == QLatin1String("popup") || shotState == QLatin1String("tip")
                     || shotState == QLatin1String("filemenu") || shotState == QLatin1String("quickbar")
-                    || shotState == QLatin1String("menu")
+                    || shotState == QLatin1String("menu") || shotState == QLatin1String("stylespopup")
+                    || shotState == QLatin1String("colorpopup")
                     || shotState.startsWith(QLatin1String("keytips"));
                 // The window and whatever floats over or beside it.
                 QRect area = window.frameGeometry();

@@ -259,6 +259,19 @@ public:
     /// Draws one of the elements above; false for any other element.
     bool drawFileMenuControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const;
+
+public:
+    // --- galleries: the band's buttons and frame, the full gallery's panel
+    //     (korbstyle_2013_gallery.cpp) ---
+    /// A button of a gallery band (KStyleOptionGalleryScrollButton).
+    static constexpr ControlElement KCE_GalleryScrollButton = ControlElement(CE_CustomBase + 0x40);
+    /// The frame of a gallery band (a QStyleOption; State_Enabled as the band is).
+    static constexpr ControlElement KCE_GalleryInlineFrame = ControlElement(CE_CustomBase + 0x41);
+    /// The background of a dropped-down gallery.
+    static constexpr ControlElement KCE_GalleryPanel = ControlElement(CE_CustomBase + 0x42);
+    /// Draws one of the elements above; false for any other element.
+    bool drawGalleryControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const;
 };
 
 #endif // KORBSTYLE_2013_H

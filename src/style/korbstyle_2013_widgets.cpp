@@ -167,6 +167,8 @@ void KORBStyle_2013::drawControl(ControlElement element, const QStyleOption* opt
     default:
         if (drawFileMenuControl(element, option, painter, widget))
             return;
+        if (drawGalleryControl(element, option, painter, widget))
+            return;
         break;
     }
     KORBStyle::drawControl(element, option, painter, widget);

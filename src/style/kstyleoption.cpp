@@ -107,3 +107,8 @@ KStyleOptionMainBorder::KStyleOptionMainBorder()
     : QStyleOption(Version, Type)
 {
 }
+
+KStyleOptionGalleryScrollButton::KStyleOptionGalleryScrollButton()
+    : QStyleOption(Version, Type)
+{
+}

@@ -360,6 +360,22 @@ public:
     int borderWidth = -1;
 };
 
+/**
+ * A button of a gallery band (control element KORBStyle_2013::KCE_GalleryScrollButton):
+ * buttonType says which of the three it is.
+ */
+class NORVIKOFFICEUI_EXPORT KStyleOptionGalleryScrollButton : public QStyleOption
+{
+public:
+    enum StyleOptionType { Type = SO_CustomBase + 22 };
+    enum StyleOptionVersion { Version = 1 };
+    /// The values of buttonType.
+    enum ButtonType { Up = 0, Down = 1, Extend = 2 };
+    KStyleOptionGalleryScrollButton();
+
+    int buttonType = Up;
+};
+
 // The restore/maximise option is a caption-button option too: casting it to its base works,
 // which the generic cast (exact type match) would refuse.
 template <>

@@ -3,12 +3,20 @@
 #include <QStackedWidget>
 #include <QStandardPaths>
 #include <QTextEdit>
+#include <QTextBlock>
 #include <QTextList>
 #include <QTextTable>
 
 #include <QTableWidget>
 
+#include <kcolorctrl.h>
 #include <kcommands.h>
+#include <kgallery.h>
+#include <kgallerycombobox.h>
+#include <kgallerycommand.h>
+#include <kmenuwidget.h>
+#include <kpopupwidget.h>
+#include <kscrollgalleryview.h>
 #include <kkeysequenceedit.h>
 #include <kshortcuts.h>
 #include <kdragtoolbar.h>
@@ -19,6 +27,7 @@
 #include <ksettings.h>
 
 #include "../keyboard/keytiptesthelpers.h"
+#include "writergallery.h"
 #include "writerkeyboard.h"
 #include "writerribbon.h"
 #include "writerwindow.h"
@@ -39,6 +48,8 @@ private Q_SLOTS:
     void paragraphCommandsShowTheParagraph();
     void keyTipsOfTheRibbon();
     void keysOfTheDescription();
+    void stylesGalleryStylesTheParagraph();
+    void colourAndFontBoxesFormatTheSelection();
     void fullScreenTradesTheRibbonForItsBar(); // last: the platform reports its state changes late
 
 private:
@@ -175,6 +186,102 @@ void tst_WriterRibbon::paragraphCommandsShowTheParagraph()
     // The second line never changed.
     editor()->moveCursor(QTextCursor::End);
     QVERIFY(cmd("ParaAlignLeft")->checkedHint());
+}
+
+void tst_WriterRibbon::stylesGalleryStylesTheParagraph()
+{
+    ribbon()->setCurrentItem(0);
+    cmd("FileNew")->trigger();
+    editor()->setPlainText("first\nsecond");
+    editor()->moveCursor(QTextCursor::Start);
+    KGalleryInline* band = nullptr;
+    for (KGalleryInline* candidate : m_window->findChildren<KGalleryInline*>()) {
+        if (candidate->command() == cmd("FormatStyles") && candidate->isVisible())
+            band = candidate;
+    }
+    QVERIFY(band);
+    QVERIFY(band->view());
+    QCOMPARE(band->view()->count(), 7);
+    // A click on the "Heading 1" cell styles the paragraph at the cursor, and only it.
+    QTest::mouseClick(band->view(), Qt::LeftButton, Qt::NoModifier, band->view()->item(2)->gemetry().center());
+    QTextBlock first = editor()->document()->firstBlock();
+    QCOMPARE(QTextCursor(first).charFormat().fontPointSize(), 18.0);
+    QCOMPARE(QTextCursor(first).charFormat().fontWeight(), int(QFont::Bold));
+    QCOMPARE(WriterStyles::styleAt(editor()), 2);
+    editor()->moveCursor(QTextCursor::End);
+    QCOMPARE(WriterStyles::styleAt(editor()), 0);
+    QVERIFY(editor()->textCursor().charFormat().fontPointSize() != 18.0);
+    // The gallery follows the cursor.
+    auto* styles = qobject_cast<KGalleryCommand*>(cmd("FormatStyles"));
+    styles->update();
+    QCOMPARE(styles->dataSource()->currentIndex(), 0);
+    editor()->moveCursor(QTextCursor::Start);
+    styles->update();
+    QCOMPARE(styles->dataSource()->currentIndex(), 2);
+    QVERIFY(band->view()->item(2)->getItemModel()->isChecked());
+
+    // The full gallery carries "Clear formatting" below the cells: back to Normal.
+    band->extendButtonClicked();
+    QVERIFY(band->popup());
+    auto* gallery = qobject_cast<KGallery*>(band->popup()->contentWidget());
+    QVERIFY(gallery);
+    QVERIFY(gallery->menuWidget());
+    QCOMPARE(gallery->menuWidget()->count(), 1);
+    QCOMPARE(gallery->menuWidget()->itemAt(0)->command()->text(), QStringLiteral("Clear formatting"));
+    KGalleryView* full = static_cast<KScrollGalleryView*>(gallery->view())->view();
+    QCOMPARE(full->count(), 7);
+    QVERIFY(gallery->matchMenuItemHotkey("C"));
+    QCOMPARE(WriterStyles::styleAt(editor()), 0);
+    QCOMPARE(QTextCursor(editor()->document()->firstBlock()).charFormat().fontWeight(), int(QFont::Normal));
+    band->popup()->hide();
+}
+
+void tst_WriterRibbon::colourAndFontBoxesFormatTheSelection()
+{
+    ribbon()->setCurrentItem(0);
+    cmd("FileNew")->trigger();
+    editor()->setPlainText("colour me");
+    editor()->selectAll();
+    KColorCtrl* fontColor = nullptr;
+    KColorCtrl* highlight = nullptr;
+    for (KColorCtrl* ctrl : m_window->findChildren<KColorCtrl*>()) {
+        if (ctrl->defaultCommand() == cmd("FormatFontColor"))
+            fontColor = ctrl;
+        if (ctrl->defaultCommand() == cmd("FormatHighlight"))
+            highlight = ctrl;
+    }
+    QVERIFY(fontColor);
+    QVERIFY(highlight);
+    const auto clickColour = [](KColorCtrl* ctrl, const QString& name) {
+        KGalleryAbstractModel* model = ctrl->model();
+        for (int i = 0; i < model->count(); ++i) {
+            if (model->element(i)->text() == name)
+                return model->clickIndex(i);
+        }
+        return false;
+    };
+    QVERIFY(clickColour(fontColor, "Blue"));
+    QCOMPARE(editor()->textCursor().charFormat().foreground().color(), QColor(Qt::blue));
+    QVERIFY(clickColour(highlight, "Yellow"));
+    QCOMPARE(editor()->textCursor().charFormat().background().color(), QColor(Qt::yellow));
+    // The highlight can be taken away; the font colour has no such entry.
+    QVERIFY(highlight->getNoColor()->isVisible());
+    QVERIFY(!fontColor->getNoColor()->isVisible());
+    QVERIFY(clickColour(highlight, "No Color"));
+    QCOMPARE(editor()->textCursor().charFormat().background().style(), Qt::NoBrush);
+    QCOMPARE(editor()->textCursor().charFormat().foreground().color(), QColor(Qt::blue));
+
+    KGalleryComboBox* fontName = nullptr;
+    for (KGalleryComboBox* box : m_window->findChildren<KGalleryComboBox*>()) {
+        if (box->defaultCommand() == cmd("FormatFontName"))
+            fontName = box;
+    }
+    QVERIFY(fontName);
+    QVERIFY(fontName->model()->count() >= 2); // the title and at least one font
+    const QString family = fontName->model()->element(1)->text();
+    fontName->setCurrentIndex(1, true);
+    QCOMPARE(editor()->textCursor().charFormat().fontFamilies().toStringList().value(0), family);
+    QCOMPARE(fontName->currentText(), family);
 }
 
 void tst_WriterRibbon::fullScreenTradesTheRibbonForItsBar()
