@@ -5,6 +5,7 @@
 //                                        saves a picture of it and exits
 //   norvik-writer --base-color "#217346" tints the theme with that colour for this run
 //   norvik-writer --classic              menus and tool bars instead of the ribbon
+//   norvik-writer --system-frame         the window manager's frame instead of the program's
 //   norvik-writer --width 1000 --screenshot-state table --screenshot OUT.png
 //                                        a picture at that width, in one of the states
 //                                        "collapsed", "popup" (collapsed, a tab opened),
@@ -28,6 +29,7 @@
 #include <QScreen>
 #include <QTextCursor>
 #include <QDir>
+#include <QFile>
 #include <QTextEdit>
 #include <QTimer>
 #include <QWindow>
@@ -223,6 +225,9 @@ int main(int argc, char** argv)
     parser.addOption(baseColor);
     QCommandLineOption classic(QStringLiteral("classic"), QStringLiteral("Menus and tool bars instead of the ribbon."));
     parser.addOption(classic);
+    QCommandLineOption systemFrame(QStringLiteral("system-frame"),
+                                   QStringLiteral("The window manager's frame instead of the program's own."));
+    parser.addOption(systemFrame);
     QCommandLineOption width(QStringLiteral("width"), QStringLiteral("Start <pixels> wide."), QStringLiteral("pixels"));
     parser.addOption(width);
     QCommandLineOption state(QStringLiteral("screenshot-state"),
@@ -248,9 +253,22 @@ int main(int argc, char** argv)
     const QColor requested(parser.value(baseColor));
     app.setThemeBaseColor(requested.isValid() ? requested : app.theme()->getBaseColor(), false);
 
+    // The program's picture, from the icon theme the package list installs.
+    for (int size : {16, 22, 32}) {
+        const QString path = QStringLiteral("/usr/share/icons/Tango/%1x%1/apps/accessories-text-editor.png").arg(size);
+        if (QFile::exists(path)) {
+            QIcon icon = QApplication::windowIcon();
+            icon.addFile(path);
+            QApplication::setWindowIcon(icon);
+        }
+    }
+
     WriterWindow window;
     window.polishXml();
     window.bindCommands();
+    // The program draws its own frame: caption buttons in the tab row (or a title row of
+    // their own in the classic form), a title to move it by, a shadow to resize it by.
+    window.setOwnFrame(!parser.isSet(systemFrame));
     app.bringFrontMainWindow(&window);
     QObject::connect(&app, &KApplication::lastMainWindowClosed, &app, &QCoreApplication::quit);
 
