@@ -1,5 +1,7 @@
 #include "khotkeyeventhandle.h"
 
+#include <kdragmenubar.h>
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QShortcutEvent>
@@ -63,18 +65,35 @@ void KHotKeyEventHandle::setMenuBarVisible(bool visible)
 {
     KApplication* app = KApplication::instance();
     auto* window = app ? qobject_cast<KMainWindow*>(app->currentMainWindow()) : nullptr;
-    if (!window || !window->isBlockHotkey() || !window->headerBar())
+    if (!window || !window->isBlockHotkey() || !window->headerBar() || window->headerBar()->isAloneMode())
         return;
-    // A blocked window's menu bar lives only while the Alt machinery runs. Windows have no
-    // classic menu bar yet; the timer is set up so that the bar's hiding waits for its popups.
+    KDragMenuBar* bar = window->menuBar();
+    KCommand* command = bar ? bar->menuCommand() : nullptr;
+    if (!command)
+        return;
+    // A blocked window's menu bar lives only while the Alt machinery runs; its hiding waits,
+    // 100 ms at a time, until its menus have closed.
     m_hideMenuBarTimer.setInterval(100);
     disconnect(&m_hideMenuBarTimer, &QTimer::timeout, this, &KHotKeyEventHandle::hideMenuBar);
     connect(&m_hideMenuBarTimer, &QTimer::timeout, this, &KHotKeyEventHandle::hideMenuBar);
-    Q_UNUSED(visible);
+    bar->setFloatable(false);
+    if (visible)
+        command->setVisible(true);
+    else if (bar->isPopuping())
+        m_hideMenuBarTimer.start();
+    else
+        command->setVisible(false);
 }
 
 void KHotKeyEventHandle::hideMenuBar()
 {
+    KApplication* app = KApplication::instance();
+    auto* window = app ? qobject_cast<KMainWindow*>(app->currentMainWindow()) : nullptr;
+    KDragMenuBar* bar = window ? window->menuBar() : nullptr;
+    if (bar && bar->isPopuping())
+        return; // a menu is still open: the timer goes on
+    if (KCommand* command = bar ? bar->menuCommand() : nullptr)
+        command->setVisible(false);
     m_hideMenuBarTimer.stop();
 }
 

@@ -26,6 +26,14 @@ KDragMenuBar::KDragMenuBar(KCommand* command, KMainWindow* window)
     m_menuBar = new KMenuBar(command, this);
     addWidget(m_menuBar);
     connect(this, &QToolBar::orientationChanged, m_menuBar, &KMenuBar::setOrientation);
+    // The bar shows while its command does (a window may keep it only while Alt is held).
+    if (command) {
+        connect(command, &KCommand::changed, this, [this] {
+            KCommand* cmd = menuCommand();
+            if (cmd && parentWidget() && parentWidget()->isVisible() && cmd->isVisible() == isHidden())
+                setVisible(cmd->isVisible());
+        });
+    }
 }
 
 KDragMenuBar::~KDragMenuBar()

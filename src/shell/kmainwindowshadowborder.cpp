@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QWindow>
 
 #include <korbstyle.h>
 #include <korbstyle_2013.h>
@@ -163,8 +164,23 @@ void KMainWindowShadowBorder::paintEvent(QPaintEvent*)
 
 void KMainWindowShadowBorder::mousePressEvent(QMouseEvent* e)
 {
-    if (e->button() == Qt::LeftButton)
-        m_dragZone = zoneAt(e->position().toPoint());
+    if (e->button() != Qt::LeftButton)
+        return;
+    const int zone = zoneAt(e->position().toPoint());
+    Qt::Edges edges;
+    if (zone == Left || zone == TopLeft || zone == BottomLeft)
+        edges |= Qt::LeftEdge;
+    if (zone == Right || zone == TopRight || zone == BottomRight)
+        edges |= Qt::RightEdge;
+    if (zone == Top || zone == TopLeft || zone == TopRight)
+        edges |= Qt::TopEdge;
+    if (zone == Bottom || zone == BottomLeft || zone == BottomRight)
+        edges |= Qt::BottomEdge;
+    // A window manager resizes the window itself; without one the drag does it by hand.
+    QWidget* host = m_host.data();
+    if (edges && host && host->windowHandle() && host->windowHandle()->startSystemResize(edges))
+        return;
+    m_dragZone = zone;
 }
 
 void KMainWindowShadowBorder::mouseMoveEvent(QMouseEvent* e)

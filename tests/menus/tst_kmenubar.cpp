@@ -10,6 +10,7 @@
 #include <kcommands.h>
 #include <kdragmenubar.h>
 #include <khotkeyevent.h>
+#include <khotkeyeventhandle.h>
 #include <klistcommand.h>
 #include <kmainwindow.h>
 #include <kmdiarea.h>
@@ -76,6 +77,7 @@ private Q_SLOTS:
     void descriptionPlacesTheMenuBar();
     void keyTipsOfTheBar();
     void closingTheWindowWithAMenuOpen();
+    void blockedRibbonWindowShowsItsMenuBarWhileAltRuns();
 };
 
 void tst_KMenuBar::wrapsAndRightAlignsAfterTheSpacer()
@@ -364,6 +366,53 @@ void tst_KMenuBar::closingTheWindowWithAMenuOpen()
     QTRY_VERIFY(!guard);
     // The commands outlive the bar and its menus.
     QCOMPARE(menus.bar->count(), 3);
+}
+
+void tst_KMenuBar::blockedRibbonWindowShowsItsMenuBarWhileAltRuns()
+{
+    QTemporaryDir dir;
+    QVERIFY(KTestSupport::loadMainXml(dir.path(),
+        "<commands>"
+        "<KTriggerCommand id='RbNew' text='New' hotKey='N'/>"
+        "<KListCommand id='Home' text='Home'><command idQ='RbNew'/></KListCommand>"
+        "<KRbTabWidgetCommand id='Ribbon'><command idQ='Home'/></KRbTabWidgetCommand>"
+        "<KListCommand id='RbFileMenu' text='File' hotKey='F'><command idQ='RbNew'/></KListCommand>"
+        "<KListCommand id='RbMenu' visible='false'><command idQ='RbFileMenu'/></KListCommand>"
+        "</commands>"
+        "<mainwindow><krbtabwidget cmd='Ribbon'/><menubar cmd='RbMenu'/></mainwindow>"));
+    KMainWindow window;
+    window.polishXml();
+    window.blockHotkey(true);
+    window.resize(500, 300);
+    KApplication::instance()->bringFrontMainWindow(&window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    KDragMenuBar* bar = window.menuBar();
+    QVERIFY(bar);
+    QVERIFY(bar->isHidden());
+    KHotKeyEventHandle* handle = window.GetHotKeyHandle();
+    QVERIFY(handle);
+
+    handle->setMenuBarVisible(true);
+    QVERIFY(bar->menuCommand()->isVisible());
+    QVERIFY(bar->isVisible());
+    QVERIFY(!bar->isFloatable());
+    // A menu of the bar is open as the Alt machinery ends: the bar waits for it to close.
+    KMenuBar* menuBar = bar->menuBar();
+    QTest::mousePress(menuBar, Qt::LeftButton, {}, menuBar->itemAt(0)->geometry().center());
+    QVERIFY(menuBar->isPopuping());
+    handle->setMenuBarVisible(false);
+    QVERIFY(bar->isVisible());
+    KTestSupport::runLoopFor(250);
+    QVERIFY(bar->isVisible());
+    menuBar->itemAt(0)->popupWidget()->hide();
+    QTRY_VERIFY(bar->isHidden());
+    QVERIFY(!bar->menuCommand()->isVisible());
+
+    // An ordinary window keeps its menu bar as the description made it.
+    window.blockHotkey(false);
+    handle->setMenuBarVisible(true);
+    QVERIFY(bar->isHidden());
 }
 
 NORVIK_TEST_MAIN(tst_KMenuBar)
