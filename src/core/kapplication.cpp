@@ -390,6 +390,9 @@ KMainWindow* KApplication::findRelativeMainWindow(QObject* obj)
     for (QObject* o = obj; o; o = o->parent()) {
         if (auto* window = qobject_cast<KMainWindow*>(o))
             return window;
+        // A border window stands for the main window it embeds.
+        if (o->inherits("KBorderWindow"))
+            return qobject_cast<KMainWindow*>(o->property("borderMainWindow").value<QObject*>());
     }
     return nullptr;
 }

@@ -5,6 +5,8 @@
 #include <QTemporaryDir>
 #include <QVBoxLayout>
 
+#include <kapplication.h>
+#include <kborderwindow.h>
 #include <kdragmenubar.h>
 #include <kmainwindow.h>
 #include <kmainwindowshadowborder.h>
@@ -28,6 +30,7 @@ private Q_SLOTS:
     void shadowFollowsItsHost();
     void titleMovesAndMaximisesTheWindow();
     void ownFrameAndClosingWithAMenuOpen();
+    void borderWindowEmbedsItsMainWindow();
 };
 
 void tst_KWindowChrome::captionButtonsActOnTheirWindow()
@@ -228,6 +231,38 @@ void tst_KWindowChrome::ownFrameAndClosingWithAMenuOpen()
     QVERIFY(bar->itemAt(0)->isPopuping());
     buttons->buttonAt(2)->click();
     QTRY_VERIFY(!guard);
+}
+
+void tst_KWindowChrome::borderWindowEmbedsItsMainWindow()
+{
+    auto* main = new KMainWindow;
+    KBorderWindow border(main);
+    auto* ribbon = new QWidget;
+    ribbon->setMinimumHeight(40);
+    auto* status = new QWidget;
+    status->setMinimumHeight(20);
+    auto* formula = new QWidget;
+    formula->setMinimumHeight(24);
+    auto* overlay = new QWidget;
+    border.addRbTabWidget(ribbon);
+    border.addStatusBar(status);
+    border.addFormulaAndEditbar(formula, overlay);
+    border.resize(600, 400);
+    border.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&border));
+    QCOMPARE(border.getMainWindow(), main);
+    QVERIFY(main->isEmbedding());
+    QCOMPARE(main->parentWidget(), border.clipArea());
+    QCOMPARE(border.clipArea()->objectName(), QStringLiteral("OleClipArea"));
+    // Top to bottom: the ribbon, the formula bar, the work area, the status bar.
+    const auto top = [&border](QWidget* w) { return w->mapTo(&border, QPoint(0, 0)).y(); };
+    QVERIFY(top(ribbon) < top(formula));
+    QVERIFY(top(formula) < top(main));
+    QVERIFY(top(main) < top(status));
+    QCOMPARE(overlay->parentWidget(), formula->parentWidget());
+    // A widget inside finds the embedded main window, and so does the shell itself.
+    QCOMPARE(KApplication::instance()->findRelativeMainWindow(formula), main);
+    QCOMPARE(KApplication::instance()->findRelativeMainWindow(&border), main);
 }
 
 NORVIK_TEST_MAIN(tst_KWindowChrome)
