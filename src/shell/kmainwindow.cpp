@@ -778,6 +778,9 @@ void KMainWindow::setFullScreen(bool on)
             _placeFullScreenBar();
     }
     _setStatusBarFullScreen(on);
+    // The menu bar goes through the same controller: hidden by the user, it stays hidden.
+    if (KDragMenuBar* bar = menuBar(); bar && bar->menuCommand())
+        bar->menuCommand()->setVisible(KMultiControlBool::FullScreenControl, !on);
     if (on) {
         setLastState(QStringLiteral("WindowState"), int(windowState()));
         showFullScreen();

@@ -255,8 +255,10 @@ void tst_Writer::fullScreenToggles()
     QVERIFY(w->isFullScreen());
     QVERIFY(w->windowState().testFlag(Qt::WindowFullScreen));
     QVERIFY(cmd("ViewFullScreen")->checkedHint());
+    QVERIFY(w->menuBar()->isHidden()); // the document takes the menu bar's room too
     cmd("CloseFullScreen")->trigger();
     QVERIFY(!w->isFullScreen());
+    QVERIFY(w->menuBar()->isVisible());
     QVERIFY(!w->windowState().testFlag(Qt::WindowFullScreen));
     QVERIFY(!cmd("ViewFullScreen")->checkedHint());
     cmd("CloseFullScreen")->trigger();
