@@ -325,14 +325,19 @@ void tst_KAppIdleSvr::startSliceThenPolls()
     };
     postFrom(0);
     svr.start();
+    QElapsedTimer round;
+    round.start();
     svr.doIdleLoop();
+    const qint64 roundTime = round.elapsed();
     const qint64 waitedEarly = sincePost.elapsed();
     // Only the structure is checked here: the start slice is not cut short, and the loop
     // yields soon after it. The exact delays are measured by bench_idle; a loaded machine
     // (sanitizers, parallel builds) stretches them.
     QVERIFY2(steps >= 1, qPrintable(QString::number(steps)));
     QVERIFY2(steps <= 16, qPrintable(QString::number(steps)));
-    QVERIFY2(waitedEarly >= 9, qPrintable(QString::number(waitedEarly)));
+    // The slice counts from the round's start, not from the post: the first receiver may
+    // itself take a while on a loaded machine.
+    QVERIFY2(roundTime >= 9, qPrintable(QString::number(roundTime)));
     QVERIFY2(waitedEarly < 100, qPrintable(QString::number(waitedEarly)));
     QCoreApplication::sendPostedEvents(&target);
     QTRY_VERIFY(!svr.hasEventStopIdle());
