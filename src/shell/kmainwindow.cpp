@@ -346,6 +346,11 @@ void KMainWindow::setOwnFrame(bool on)
     m_ownFrame = on;
     const bool shown = isVisible();
     setWindowFlag(Qt::FramelessWindowHint, on);
+    // The window paints the whole frame itself: no borders of a window manager to allow for.
+    if (on)
+        setCustomFrameStruct(0, 0, 0, 0);
+    else if (!m_headerBar)
+        setCustomFrameStruct(-1, -1, -1, -1);
     if (on) {
         m_captionButtons = new KWindowTitleButtonGroup(nullptr, this, this);
         if (KMainWindowShadowBorder::isWanted(style()))

@@ -215,6 +215,7 @@ void tst_KWindowChrome::ownFrameAndClosingWithAMenuOpen()
     window->show();
     QVERIFY(QTest::qWaitForWindowExposed(window));
     QVERIFY(window->windowFlags() & Qt::FramelessWindowHint);
+    QCOMPARE(window->customFrameStruct(), QMargins(0, 0, 0, 0));
     // Without a ribbon: a title row above the menu bar, its buttons at the right.
     QWidget* row = window->titleRow();
     QVERIFY(row);
