@@ -20,6 +20,8 @@
 #include <kpopupwidget.h>
 #include <kscrollgalleryview.h>
 
+#include "benchsupport.h"
+
 namespace {
 
 constexpr int kCells = 2000;
@@ -68,31 +70,9 @@ private:
     long* m_paints;
 };
 
-class PaintWatch : public QObject
-{
-public:
-    bool painted = false;
-
-protected:
-    bool eventFilter(QObject*, QEvent* e) override
-    {
-        if (e->type() == QEvent::Paint)
-            painted = true;
-        return false;
-    }
-};
-
-void processUntil(const std::function<bool()>& done)
-{
-    for (int i = 0; i < 100000 && !done(); ++i)
-        QCoreApplication::processEvents();
-}
-
-double median(std::vector<double> v)
-{
-    std::sort(v.begin(), v.end());
-    return v.empty() ? 0.0 : v[v.size() / 2];
-}
+using BenchSupport::median;
+using BenchSupport::PaintWatch;
+using BenchSupport::processUntil;
 
 } // namespace
 

@@ -25,6 +25,8 @@
 #include <ktoolbutton.h>
 #include <ktriggercommand.h>
 
+#include "benchsupport.h"
+
 namespace {
 
 constexpr int kRows = 50;
@@ -39,32 +41,9 @@ QIcon benchIcon()
     return QIcon(pm);
 }
 
-// Waits until widget has been painted once after show().
-class PaintWatch : public QObject
-{
-public:
-    bool painted = false;
-
-protected:
-    bool eventFilter(QObject*, QEvent* e) override
-    {
-        if (e->type() == QEvent::Paint)
-            painted = true;
-        return false;
-    }
-};
-
-void processUntil(const std::function<bool()>& done)
-{
-    for (int i = 0; i < 100000 && !done(); ++i)
-        QCoreApplication::processEvents();
-}
-
-double median(std::vector<double> v)
-{
-    std::sort(v.begin(), v.end());
-    return v.empty() ? 0.0 : v[v.size() / 2];
-}
+using BenchSupport::median;
+using BenchSupport::PaintWatch;
+using BenchSupport::processUntil;
 
 } // namespace
 
