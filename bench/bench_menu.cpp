@@ -20,6 +20,7 @@
 
 #include <kapplication.h>
 #include <klistcommand.h>
+#include <kmenubutton.h>
 #include <kmenuwidget.h>
 #include <kpopupwidget.h>
 #include <ktoolbutton.h>
@@ -124,8 +125,12 @@ void BenchMenu::cleanupTestCase()
 
 KMenuWidget* BenchMenu::_openFramework()
 {
+    // The menu button makes its menu at each opening; the one of the last opening may still
+    // wait for its deletion.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QTest::mouseClick(m_button, Qt::LeftButton, {}, QPoint(3, 3));
-    auto* popup = m_button->findChild<KPopupWidget*>();
+    auto* menuButton = qobject_cast<KMenuButton*>(m_button);
+    KPopupWidget* popup = menuButton ? menuButton->popupWidget() : nullptr;
     auto* menu = popup ? qobject_cast<KMenuWidget*>(popup->contentWidget()) : nullptr;
     if (!menu)
         return nullptr;
