@@ -21,6 +21,7 @@
 
 #include "writerdocuments.h"
 #include "writerpanels.h"
+#include "writertestsupport.h"
 #include "writerwindow.h"
 
 // Starts Norvik Writer's main window from its real description and drives it through the
@@ -51,16 +52,10 @@ private:
 
 void tst_Writer::initTestCase()
 {
-    QStandardPaths::setTestModeEnabled(true); // the chosen colour is saved in the settings
-    KSettings().remove(QStringLiteral("Writer/RecentFiles")); // left by an earlier run
-    KWarningCatcher warnings;
     KApplication::instance()->setCategory(QStringLiteral("classic")); // menus and tool bars
-    QVERIFY(KApplication::instance()->setupXml(QStringLiteral(NORVIK_WRITER_UI_DIR "/writer.xml")));
-    m_window.reset(new WriterWindow);
-    m_window->polishXml();
-    m_window->bindCommands();
     // The description is clean: nothing in it draws a warning.
-    QVERIFY2(warnings.messages().isEmpty(), qPrintable(warnings.messages().join('\n')));
+    const QStringList warnings = WriterTest::makeWindow(m_window);
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
     m_window->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_window.data()));
 }

@@ -26,6 +26,7 @@
 
 #include "writerdialogs.h"
 #include "writerdocumentsetup.h"
+#include "writertestsupport.h"
 #include "writerwindow.h"
 
 namespace {
@@ -89,13 +90,8 @@ private:
 
 void tst_WriterDialogs::initTestCase()
 {
-    QStandardPaths::setTestModeEnabled(true);
-    KWarningCatcher warnings;
-    QVERIFY(KApplication::instance()->setupXml(QStringLiteral(NORVIK_WRITER_UI_DIR "/writer.xml")));
-    m_window.reset(new WriterWindow);
-    m_window->polishXml();
-    m_window->bindCommands();
-    QVERIFY2(warnings.messages().isEmpty(), qPrintable(warnings.messages().join('\n')));
+    const QStringList warnings = WriterTest::makeWindow(m_window);
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
     QVERIFY(m_window->documentSetup());
     m_window->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_window.data()));

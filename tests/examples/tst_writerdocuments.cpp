@@ -11,6 +11,7 @@
 #include <ksettings.h>
 
 #include "writerdocuments.h"
+#include "writertestsupport.h"
 #include "writerwindow.h"
 
 // Norvik Writer with several documents: tabs, the one editor following the current one, the
@@ -33,12 +34,8 @@ private:
 
 void tst_WriterDocuments::initTestCase()
 {
-    QStandardPaths::setTestModeEnabled(true);
-    KSettings().remove(QStringLiteral("Writer/RecentFiles"));
-    QVERIFY(KApplication::instance()->setupXml(QStringLiteral(NORVIK_WRITER_UI_DIR "/writer.xml")));
-    m_window.reset(new WriterWindow);
-    m_window->polishXml();
-    m_window->bindCommands();
+    const QStringList warnings = WriterTest::makeWindow(m_window);
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
     m_window->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_window.data()));
 }

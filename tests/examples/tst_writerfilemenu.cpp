@@ -27,6 +27,7 @@
 #include "writerdocuments.h"
 #include "writerfilemenu.h"
 #include "writerpanels.h"
+#include "writertestsupport.h"
 #include "writerwindow.h"
 
 // Norvik Writer's file menu with its recent documents, and its quick access bar as the user
@@ -61,15 +62,8 @@ private:
 
 void tst_WriterFileMenu::initTestCase()
 {
-    QStandardPaths::setTestModeEnabled(true);
-    for (const char* key : {"Writer/RecentFiles", "Writer/PinnedFiles", "Writer/QuickBar"})
-        KSettings().remove(QLatin1String(key));
-    KWarningCatcher warnings;
-    QVERIFY(KApplication::instance()->setupXml(QStringLiteral(NORVIK_WRITER_UI_DIR "/writer.xml")));
-    m_window.reset(new WriterWindow);
-    m_window->polishXml();
-    m_window->bindCommands();
-    QVERIFY2(warnings.messages().isEmpty(), qPrintable(warnings.messages().join('\n')));
+    const QStringList warnings = WriterTest::makeWindow(m_window);
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
     m_window->resize(1200, 700);
     KApplication::instance()->bringFrontMainWindow(m_window.data());
     m_window->show();

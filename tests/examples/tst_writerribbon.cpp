@@ -30,6 +30,7 @@
 #include "writergallery.h"
 #include "writerkeyboard.h"
 #include "writerribbon.h"
+#include "writertestsupport.h"
 #include "writerwindow.h"
 
 // Norvik Writer in its ribbon form (the form it starts in): the tabs its description declares,
@@ -61,14 +62,8 @@ private:
 
 void tst_WriterRibbon::initTestCase()
 {
-    QStandardPaths::setTestModeEnabled(true);
-    KSettings().remove(QStringLiteral("Writer/RecentFiles"));
-    KWarningCatcher warnings;
-    QVERIFY(KApplication::instance()->setupXml(QStringLiteral(NORVIK_WRITER_UI_DIR "/writer.xml")));
-    m_window.reset(new WriterWindow);
-    m_window->polishXml();
-    m_window->bindCommands();
-    QVERIFY2(warnings.messages().isEmpty(), qPrintable(warnings.messages().join('\n')));
+    const QStringList warnings = WriterTest::makeWindow(m_window);
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
     m_window->resize(1200, 700);
     KApplication::instance()->bringFrontMainWindow(m_window.data());
     m_window->show();

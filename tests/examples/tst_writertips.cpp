@@ -18,6 +18,7 @@
 #include <ktoolbutton.h>
 
 #include "writertips.h"
+#include "writertestsupport.h"
 #include "writerwindow.h"
 
 // Receives the pages that the writer's help links open.
@@ -57,14 +58,8 @@ private:
 
 void tst_WriterTips::initTestCase()
 {
-    QStandardPaths::setTestModeEnabled(true);
-    KSettings().remove(QStringLiteral("Writer/RecentFiles"));
-    KWarningCatcher warnings;
-    QVERIFY(KApplication::instance()->setupXml(QStringLiteral(NORVIK_WRITER_UI_DIR "/writer.xml")));
-    m_window.reset(new WriterWindow);
-    m_window->polishXml();
-    m_window->bindCommands();
-    QVERIFY2(warnings.messages().isEmpty(), qPrintable(warnings.messages().join('\n')));
+    const QStringList warnings = WriterTest::makeWindow(m_window);
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
     m_window->resize(1300, 700);
     m_window->show();
     QVERIFY(QTest::qWaitForWindowActive(m_window.data()));
