@@ -958,11 +958,6 @@ void KMenuBar::leaveEvent(QEvent* e)
     QWidget::leaveEvent(e);
 }
 
-KMenuBarItem* KMenuBar::_pick(KMenuBarItem* (KMenuBar::*pick)() const) const
-{
-    return (this->*pick)();
-}
-
 void KMenuBar::keyPressEvent(QKeyEvent* e)
 {
     KMenuBarItem* current = m_popupItem ? m_popupItem : m_hoverItem;

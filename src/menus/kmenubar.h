@@ -262,7 +262,6 @@ protected:
     void maybeMouseDoubleClick(QMouseEvent* e);
 
 private:
-    KMenuBarItem* _pick(KMenuBarItem* (KMenuBar::*pick)() const) const;
     void _collectHotKey(KHotKeyCollectEvent* e);
     void _triggerHotKey(KHotKeyTriggerEvent* e);
     QRect _popupExclude(const KMenuBarItem* item) const;

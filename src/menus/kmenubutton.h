@@ -46,8 +46,6 @@ protected:
     void mouseReleaseEvent(QMouseEvent* e) override;
     void mouseMoveEvent(QMouseEvent* e) override;
     void initStyleOption(KStyleOptionToolButton* option) const override;
-    /// Whether the main part may act at all (a quick menu button's may not, at times).
-    virtual bool isMainPartAlive() const { return true; }
 
 private:
     void _hotKeyTrigger(KHotKeyTriggerEvent* e);
@@ -71,7 +69,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent* e) override;
     void mouseMoveEvent(QMouseEvent* e) override;
     void initStyleOption(KStyleOptionToolButton* option) const override;
-    bool isMainPartAlive() const override;
+    /// Whether the main part may act: the quick command exists and is enabled.
+    bool isMainPartAlive() const;
 
 private:
     bool _accepts(const QPoint& pos) const;

@@ -373,8 +373,11 @@ void KMainWindow::_placeCaption()
     if (KRbTabWidget* ribbon = headerBar()) {
         // The tab row is the title: the buttons at its right, its empty part the handle.
         delete m_titleRow.data();
-        ribbon->tabBar()->setCaptionWidget(buttons);
-        (new KWindowMover(ribbon->tabBar()))->watch(ribbon->tabBar());
+        KRbTabBar* tabBar = ribbon->tabBar();
+        tabBar->setCaptionWidget(buttons);
+        // One mover per tab row: a second would move the window twice per step.
+        if (!tabBar->findChild<KWindowMover*>(QString(), Qt::FindDirectChildrenOnly))
+            (new KWindowMover(tabBar))->watch(tabBar);
         return;
     }
     if (!m_titleRow) {

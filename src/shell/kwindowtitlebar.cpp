@@ -29,8 +29,7 @@ KWindowTitleBar::KWindowTitleBar(KCommand* command, QWidget* parent)
             m_child = first->requestWidget(this, KCommand::PocketPurpose);
     }
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    if (auto* mover = new KWindowMover(this))
-        mover->watch(this);
+    (new KWindowMover(this))->watch(this);
 }
 
 KWindowTitleBar::~KWindowTitleBar() = default;
